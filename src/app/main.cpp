@@ -1,0 +1,3 @@
+#include "app/modStart.h"
+
+int main(int argc, char** argv) { return modStart::Sub_Main(argc, argv); }

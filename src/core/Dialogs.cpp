@@ -1,0 +1,138 @@
+#include "core/Dialogs.h"
+
+#include "core/DialogScript.h"
+
+#include <QApplication>
+#include <QColorDialog>
+#include <QFileDialog>
+#include <QFontDialog>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPrintDialog>
+#include <QPrinter>
+
+namespace Dialogs {
+namespace {
+Responder* g_responder = nullptr;
+bool g_envChecked = false;
+QPointer<QWidget> g_parent;
+
+Responder* active() {
+    if (g_responder)
+        return g_responder;
+    if (!g_envChecked) {
+        g_envChecked = true;
+        g_responder = ScriptedResponder::fromEnvironment();
+    }
+    return g_responder;
+}
+
+QString withoutTrailingBreaks(QString text) {
+    text.replace(QLatin1String("\r\n"), QLatin1String("\n"));
+    return text;
+}
+
+FileResult runFileDialog(const FileRequest& r, bool save) {
+    const QStringList filters = convertFilter(r.filter);
+    QFileDialog dlg(g_parent, r.title, r.initDir);
+    dlg.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dlg.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dlg.setOption(QFileDialog::DontConfirmOverwrite); // callers ask themselves
+    if (!filters.isEmpty()) {
+        dlg.setNameFilters(filters);
+        dlg.selectNameFilter(filters.value(qBound(1, r.filterIndex, int(filters.size())) - 1));
+    }
+    if (!r.fileName.isEmpty())
+        dlg.selectFile(r.fileName);
+    if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty())
+        return {};
+    FileResult result;
+    result.path = dlg.selectedFiles().constFirst();
+    result.filterIndex = int(filters.indexOf(dlg.selectedNameFilter())) + 1;
+    return result;
+}
+} // namespace
+
+void setResponder(Responder* responder) {
+    g_responder = responder;
+    g_envChecked = true;
+}
+Responder* responder() { return active(); }
+void setParentWindow(QWidget* parent) { g_parent = parent; }
+
+QStringList convertFilter(const QString& filter) {
+    QStringList parts = filter.split(QLatin1Char('|'));
+    QStringList out;
+    for (int i = 0; i + 1 < parts.size(); i += 2) {
+        QString patterns = parts[i + 1];
+        patterns.replace(QLatin1Char(';'), QLatin1Char(' '));
+        out.append(parts[i] + QStringLiteral(" (") + patterns + QLatin1Char(')'));
+    }
+    return out;
+}
+
+int msgBox(const QString& text, int flags, const QString& title) {
+    const Asked asked{QStringLiteral("message"), title, text, flags};
+    if (Responder* r = active())
+        return r->message(asked);
+    QMessageBox box(g_parent);
+    box.setWindowTitle(title);
+    box.setText(withoutTrailingBreaks(text).trimmed());
+    if ((flags & 0x30) == vbExclamation)
+        box.setIcon(QMessageBox::Warning);
+    else if ((flags & 0x70) == vbInformation)
+        box.setIcon(QMessageBox::Information);
+    else if ((flags & 0x30) == vbQuestion)
+        box.setIcon(QMessageBox::Question);
+    if (flags & vbYesNo) {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(QMessageBox::Yes);
+        return box.exec() == QMessageBox::Yes ? vbYes : vbNo;
+    }
+    box.setStandardButtons(QMessageBox::Ok);
+    box.exec();
+    return vbOK;
+}
+
+FileResult showOpen(const FileRequest& request) {
+    if (Responder* r = active())
+        return r->file({QStringLiteral("open"), request.title, request.filter, request.flags}, request);
+    return runFileDialog(request, false);
+}
+
+FileResult showSave(const FileRequest& request) {
+    if (Responder* r = active())
+        return r->file({QStringLiteral("save"), request.title, request.filter, request.flags}, request);
+    return runFileDialog(request, true);
+}
+
+QString browseFolder(const QString& prompt, const QString& initial) {
+    if (Responder* r = active())
+        return r->folder({QStringLiteral("folder"), prompt, initial, 0}, initial);
+    return QFileDialog::getExistingDirectory(g_parent, prompt, initial);
+}
+
+std::optional<QColor> chooseColor(const QString& title, const QColor& initial) {
+    if (Responder* r = active())
+        return r->color({QStringLiteral("color"), title, initial.name(), 0}, initial);
+    const QColor c = QColorDialog::getColor(initial, g_parent, title);
+    return c.isValid() ? std::optional<QColor>(c) : std::nullopt;
+}
+
+std::optional<QFont> chooseFont(const QString& title, const QFont& initial) {
+    if (Responder* r = active())
+        return r->font({QStringLiteral("font"), title, initial.family(), 0}, initial);
+    bool ok = false;
+    const QFont f = QFontDialog::getFont(&ok, initial, g_parent, title);
+    return ok ? std::optional<QFont>(f) : std::nullopt;
+}
+
+bool showPrinter(const QString& title, QPrinter& printer) {
+    if (Responder* r = active())
+        return r->print({QStringLiteral("print"), title, QString(), 0}, printer);
+    QPrintDialog dlg(&printer, g_parent);
+    dlg.setWindowTitle(title);
+    return dlg.exec() == QDialog::Accepted;
+}
+
+} // namespace Dialogs

@@ -1,0 +1,117 @@
+#pragma once
+#include <QAbstractTableModel>
+#include <QFont>
+#include <QItemSelectionModel>
+#include <QStringList>
+#include <functional>
+#include <vector>
+
+// The one model behind every list of the program: rows of text cells, each cell with its own
+// colour and bold. It also keeps the selection, the focused row and the list's own sorting, so
+// that every row routine works without a view. Rows and columns here are 0-based, as in Qt; the
+// listview_* routines speak 1-based indexes.
+class ListModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    static constexpr qint64 DefaultColor = -1; // the list's own text colour
+
+    explicit ListModel(const QStringList& headers, QObject* parent = nullptr);
+
+    // --- Qt model
+    int rowCount(const QModelIndex& parent = {}) const override;
+    int columnCount(const QModelIndex& parent = {}) const override;
+    QVariant data(const QModelIndex& index, int role = Qt::DisplayRole) const override;
+    QVariant headerData(int section, Qt::Orientation o, int role = Qt::DisplayRole) const override;
+    Qt::ItemFlags flags(const QModelIndex& index) const override;
+
+    // --- cells
+    int count() const { return int(m_rows.size()); }
+    int columns() const { return int(m_headers.size()); }
+    const QStringList& headers() const { return m_headers; }
+    const QString& text(int row, int column) const;
+    void setText(int row, int column, const QString& text);
+    const QStringList& rowTexts(int row) const { return m_rows[size_t(row)].cells; }
+    void setRowTexts(int row, const QStringList& cells);
+
+    bool isBold(int row, int column) const;
+    void setBold(int row, int column, bool bold);
+    qint64 foreColor(int row, int column) const; // COLORREF or DefaultColor
+    void setForeColor(int row, int column, qint64 colorRef);
+    // Sets bold and colour of every cell of a row at once (one change signal).
+    void setRowStyle(int row, bool bold, qint64 colorRef);
+
+    // --- rows
+    // Appends (or inserts before `at`, 0-based) one row; a sorted list puts it in its place.
+    // Returns the row's index.
+    int addRow(const QStringList& cells, int at = -1);
+    // Appends many rows with one notification (loading a file of 100,000 rows).
+    void appendRows(std::vector<QStringList> rows);
+    void removeRow(int row);
+    // Removes every row whose mask entry is true, in one pass; keeps selection and focus on
+    // the rows that stay.
+    void removeRows(const std::vector<bool>& mask);
+    void clear();
+    // Exchanges the cells (texts and styles) of two rows; selection stays where it was.
+    void swapRows(int a, int b);
+
+    // --- selection (`Selected`, `SelectedItem`, `MultiSelect`)
+    QItemSelectionModel* selectionModel() { return &m_selection; }
+    bool isSelected(int row) const;
+    void setSelected(int row, bool selected);
+    std::vector<bool> selectionMask() const;
+    int selectedCount() const;
+    bool hasSelection() const { return m_selection.hasSelection(); }
+    // The focused row when selected, else the first selected row, else -1.
+    int selectedItem() const;
+    int currentRow() const { return m_selection.currentIndex().row(); }
+    void setCurrentRow(int row);
+    void selectAll();
+    void clearSelection();
+    bool multiSelect() const { return m_multiSelect; }
+    // Turning multi-select off keeps only `SelectedItem` selected.
+    void setMultiSelect(bool on);
+    // Brings a row into view in whatever shows the list.
+    void ensureVisible(int row) { Q_EMIT ensureVisibleRequested(row); }
+
+    // --- the list's own sorting: text of the sort column, blind to case; ties keep their order
+    bool sorted() const { return m_sorted; }
+    void setSorted(bool on);
+    int sortKey() const { return m_sortKey; } // column, 0-based (0 is the item's own text)
+    void setSortKey(int column);
+    int sortOrder() const { return m_sortOrder; } // 0 ascending, 1 descending
+    void setSortOrder(int order);
+    void sortNow();
+
+    // --- look shared by all rows
+    void setFont(const QFont& font);
+    const QFont& font() const { return m_font; }
+    void setHeaderText(int column, const QString& text);
+
+Q_SIGNALS:
+    void ensureVisibleRequested(int row);
+
+private:
+    struct CellStyle {
+        qint64 color = DefaultColor;
+        bool bold = false;
+    };
+    struct Row {
+        QStringList cells;
+        std::vector<CellStyle> style; // empty while the row has no style of its own
+    };
+    Row makeRow(const QStringList& cells) const;
+    CellStyle& styleOf(int row, int column);
+    int sortedPosition(const QString& key) const;
+    void restoreSelection(const std::vector<bool>& mask, int current);
+    void reorder(const std::vector<int>& order); // new row i = old row order[i]
+
+    QStringList m_headers;
+    std::vector<Row> m_rows;
+    QItemSelectionModel m_selection;
+    bool m_multiSelect = true;
+    bool m_sorted = false;
+    int m_sortKey = 0;
+    int m_sortOrder = 0;
+    QFont m_font;
+    QFont m_boldFont;
+};

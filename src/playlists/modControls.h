@@ -1,0 +1,21 @@
+#pragma once
+#include <QString>
+
+class ListModel;
+
+// Row routines for any list of the program. Indexes are 1-based; 0 means none.
+// Column numbers are sub-item indexes: 0 is the item's own text.
+
+void listview_Renumber(ListModel& list);
+void listview_SelectItem(ListModel& list, int index);
+int listview_SelectedCount(const ListModel& list);
+bool listview_HasSelection(const ListModel& list);
+int listview_CountMatches(const ListModel& list, const QString& text, int column);
+bool listview_FindText(ListModel& list, const QString& text, int column, bool select);
+void listview_Clear(ListModel& list);
+void listview_SwapRows(ListModel& list, int indexA, int indexB, bool select);
+void listview_RemoveSelected(ListModel& list);
+// Removes rows whose file (in `column`) does not exist, and tells how many went.
+void listview_RemoveDeadEntries(ListModel& list, int column);
+// 1-based index of SelectedItem, 0 for none.
+int listview_SelectedIndex(const ListModel& list);

@@ -1,3 +1,5 @@
 #include "app/modStart.h"
 
-int main(int argc, char** argv) { return modStart::Sub_Main(argc, argv); }
+int main(int argc, char** argv) {
+    return modStart::Sub_Main(argc, argv);
+}

@@ -1,10 +1,148 @@
 #include "app/modStart.h"
 
+#include "app/FrmMain.h"
+#include "app/MainEvents.h"
+#include "app/WindowClose.h"
+#include "app/WindowSetup.h"
+#include "core/App.h"
+#include "core/CommandLine.h"
+#include "core/ConsoleLog.h"
+#include "core/Dialogs.h"
+#include "core/IniFile.h"
+#include "core/MainContext.h"
+#include "core/Settings.h"
+#include "core/SingleInstance.h"
+#include "core/modFiles.h"
+#include "playback/Player.h"
+#include "playback/SoundCheck.h"
+#include "playlists/PlaylistEditing.h"
+#include "playlists/PlaylistFiles.h"
+#include "playlists/PlaylistRows.h"
+#include "ui/ListView.h"
+
 #include <QApplication>
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QSessionManager>
+#include <QSocketNotifier>
+#include <clocale>
+#include <csignal>
+#include <cstdio>
+#include <sys/socket.h>
+#include <unistd.h>
 
 namespace modStart {
+namespace {
+
+int g_signalPipe[2] = {-1, -1};
+
+void onTerminate(int) {
+    const char b = 1;
+    [[maybe_unused]] auto n = ::write(g_signalPipe[0], &b, 1);
+}
+
+// SIGTERM, SIGINT and SIGHUP end the run as the end of the desktop session does.
+void watchTerminateSignals(FrmMain& window) {
+    if (::socketpair(AF_UNIX, SOCK_STREAM, 0, g_signalPipe) != 0) return;
+    auto* notifier = new QSocketNotifier(g_signalPipe[1], QSocketNotifier::Read, &window);
+    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window, notifier] {
+        char b;
+        [[maybe_unused]] auto n = ::read(g_signalPipe[1], &b, 1);
+        notifier->setEnabled(false);
+        Form_QueryUnload(window, 2);
+    });
+    struct sigaction sa {};
+    sa.sa_handler = onTerminate;
+    sigemptyset(&sa.sa_mask);
+    sa.sa_flags = SA_RESTART;
+    for (int sig : {SIGTERM, SIGINT, SIGHUP})
+        ::sigaction(sig, &sa, nullptr);
+}
+
+void writeFirstRunHeader() {
+    if (QFile::exists(SettingsFile)) return;
+    QFile f(SettingsFile);
+    if (f.open(QIODevice::Append)) f.write("; " + App::Title().toUtf8() + " Settings:\r\n\r\n");
+}
+
+} // namespace
+
 int Sub_Main(int argc, char** argv) {
     QApplication app(argc, argv);
-    return 0;
+    QApplication::setApplicationName(QStringLiteral("veldor"));
+    QApplication::setApplicationDisplayName(App::Title());
+    QApplication::setApplicationVersion(App::versionText());
+    QApplication::setDesktopFileName(QStringLiteral("veldor"));
+    setlocale(LC_NUMERIC, "C"); // the media engine refuses other numeric locales
+
+    const QStringList arguments = app.arguments().mid(1);
+    const QString info = CommandLine::informationRequest(arguments);
+    if (!info.isEmpty()) {
+        std::fputs(info.toLocal8Bit().constData(), stdout);
+        return 0;
+    }
+
+    // 1-2. Settings, and one copy per data folder.
+    SettingsFile = App::file(QStringLiteral("settings.ini"));
+    SingleInstance instance(App::Path());
+    const bool multiple = settings_IsOn(
+        QStringLiteral("Settings"), QStringLiteral("AllowMultipleInstances"), QStringLiteral("0"));
+    if (!multiple && instance.isPreviousInstance()) return 0;
+
+    // 3. Without sound there is nothing to do.
+    if (!device_SoundAvailable()) {
+        Dialogs::msgBox(QStringLiteral("It has been detected you have no sound devices currently "
+                                       "installed.\n\n%1 will now close.\n")
+                            .arg(App::Title()),
+                        Dialogs::vbExclamation, QStringLiteral("Sound Error"));
+        return 0;
+    }
+
+    // 4-5. First run, and who wrote the file last.
+    writeFirstRunHeader();
+    const QString title = App::Title();
+    settings_Write(title, QStringLiteral("Version"),
+                   QStringLiteral("%1.%2").arg(App::Major()).arg(App::Minor()));
+    settings_Write(title, QStringLiteral("Build"), QStringLiteral("#%1").arg(App::Revision()));
+    settings_Write(title, QStringLiteral("BetaInformation"), QStringLiteral("Beta 5"));
+
+    // 7. The windows, loaded hidden.
+    MainContext ctx;
+    FrmMain window(ctx);
+    Dialogs::setParentWindow(&window);
+    window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
+    Player_install(ctx);
+    PlaylistEditing_install(ctx);
+    PlaylistFiles_install(ctx);
+    MainEvents_install(window);
+    ConsoleLog::instance().form_Load();
+
+    if (!multiple) {
+        instance.listen();
+        QObject::connect(&instance, &SingleInstance::activateRequested, &window, [&window] {
+            if (window.ctx().WindowClosing) return;
+            if (window.isMinimized()) window.showNormal();
+            window.show();
+            window.raise();
+            window.activateWindow();
+        });
+    }
+    window.queryUnload = [&window] { return Form_QueryUnload(window, 0); };
+    watchTerminateSignals(window);
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
+                     [&window](QSessionManager&) { Form_QueryUnload(window, 2); });
+
+    // 9. The first lines of the log.
+    const QDateTime now = QDateTime::currentDateTime();
+    window_WriteLog(QStringLiteral("%1 started at %2 / %3.")
+                        .arg(title, now.toString(QStringLiteral("HH:mm:ss")),
+                             now.toString(QStringLiteral("dd/MM/yyyy"))));
+    window_WriteLog(QString(97, QLatin1Char('-')));
+
+    // 10. Restore the main window; from here on events drive everything.
+    window_Setup(window);
+    return app.exec();
 }
+
 } // namespace modStart

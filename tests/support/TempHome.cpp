@@ -12,13 +12,14 @@ TempHome::TempHome() {
     SettingsFile = settingsFile();
 }
 
-TempHome::~TempHome() { SettingsFile.clear(); }
+TempHome::~TempHome() {
+    SettingsFile.clear();
+}
 
 void TempHome::writeFile(const QString& path, const QByteArray& bytes) {
     QDir().mkpath(QFileInfo(path).path());
     QFile f(path);
-    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        f.write(bytes);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate)) f.write(bytes);
 }
 
 QByteArray TempHome::readFile(const QString& path) {

@@ -1,0 +1,225 @@
+#include "app/FrmMain.h"
+
+#include "app/MainMenus.h"
+#include "core/Colors.h"
+#include "core/Commands.h"
+#include "core/MainContext.h"
+#include "core/Settings.h"
+#include "playlists/ListModel.h"
+#include "playlists/PlaylistCombo.h"
+#include "system/modWindows.h"
+#include "ui/ListView.h"
+
+#include <QCloseEvent>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenuBar>
+#include <QSlider>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+
+namespace {
+QSlider* makeSlider(const QString& name, const QString& accessible, QWidget* parent) {
+    auto* s = new QSlider(Qt::Horizontal, parent);
+    s->setObjectName(name);
+    s->setAccessibleName(accessible);
+    s->setRange(0, 100);
+    s->setValue(50);
+    s->setFixedWidth(90);
+    s->setToolTip(accessible);
+    return s;
+}
+} // namespace
+
+FrmMain::FrmMain(MainContext& ctx, QWidget* parent) : QMainWindow(parent), m_ctx(ctx) {
+    setObjectName(QStringLiteral("FrmMain"));
+    setWindowTitle(QStringLiteral("VELDOR"));
+    setAccessibleName(QStringLiteral("VELDOR"));
+    MainMenus::createCommands(ctx.commands());
+    buildWidgets();
+    installDisplayCommands();
+}
+
+FrmMain::~FrmMain() = default;
+
+void FrmMain::buildWidgets() {
+    Commands& c = m_ctx.commands();
+    MainMenus::buildMenuBar(c, menuBar());
+
+    m_toolbar = new QToolBar(QStringLiteral("Toolbar"), this);
+    m_toolbar->setObjectName(QStringLiteral("tbToolbar"));
+    m_toolbar->setAccessibleName(QStringLiteral("Toolbar"));
+    m_toolbar->setMovable(false);
+    m_toolbar->setIconSize(QSize(20, 20));
+    MainMenus::buildToolbar(c, m_toolbar);
+    m_toolbar->addSeparator();
+
+    m_combo = new QComboBox(m_toolbar);
+    m_combo->setObjectName(QStringLiteral("cmbPlaylists"));
+    m_combo->setAccessibleName(QStringLiteral("Playlists"));
+    m_combo->setMinimumContentsLength(22);
+    m_combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_toolbar->addWidget(m_combo);
+
+    auto* sliders = new QWidget(m_toolbar);
+    auto* row = new QHBoxLayout(sliders);
+    row->setContentsMargins(8, 0, 4, 0);
+    row->setSpacing(4);
+    auto* volLabel = new QLabel(QStringLiteral("Volume"), sliders);
+    m_volume = makeSlider(QStringLiteral("sldVolume"), QStringLiteral("Volume"), sliders);
+    volLabel->setBuddy(m_volume);
+    auto* balLabel = new QLabel(QStringLiteral("Balance"), sliders);
+    m_balance = makeSlider(QStringLiteral("sldBalance"), QStringLiteral("Balance"), sliders);
+    balLabel->setBuddy(m_balance);
+    row->addWidget(volLabel);
+    row->addWidget(m_volume);
+    row->addSpacing(6);
+    row->addWidget(balLabel);
+    row->addWidget(m_balance);
+    sliders->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    m_toolbar->addWidget(sliders);
+    addToolBar(Qt::TopToolBarArea, m_toolbar);
+    m_toolbar->hide(); // shown by its menu state at start-up
+
+    m_list = new ListView(&m_ctx.lstvPlaylist(), this);
+    m_list->setObjectName(QStringLiteral("lstvPlaylist"));
+    m_list->setAccessibleName(QStringLiteral("Playlist"));
+    m_list->setHeadersVisible(false);
+    setCentralWidget(m_list);
+
+    auto* bar = new QStatusBar(this);
+    bar->setObjectName(QStringLiteral("sbStatusBar"));
+    bar->setAccessibleName(QStringLiteral("Status bar"));
+    const char* names[] = {"Status", "Position", "Time"};
+    for (int i = 0; i < 3; ++i) {
+        m_panels[i] = new QLabel(bar);
+        m_panels[i]->setObjectName(QStringLiteral("sbPanel%1").arg(i + 1));
+        m_panels[i]->setAccessibleName(QString::fromLatin1(names[i]));
+        m_panels[i]->setContentsMargins(4, 0, 4, 0);
+        if (i == 0)
+            bar->addWidget(m_panels[i], 1);
+        else
+            bar->addPermanentWidget(m_panels[i]);
+    }
+    setStatusBar(bar);
+    bar->hide();
+    connect(&m_ctx, &MainContext::statusTextChanged, m_panels[0], &QLabel::setText);
+
+    m_tmrPosition = new QTimer(this);
+    m_tmrPosition->setObjectName(QStringLiteral("tmrPosition"));
+    m_tmrPosition->setInterval(500);
+    m_tmrWindowUpdate = new QTimer(this);
+    m_tmrWindowUpdate->setObjectName(QStringLiteral("tmrWindowUpdate"));
+    m_tmrWindowUpdate->setInterval(50);
+
+    mirrorCombo();
+    resize(900, 600);
+}
+
+void FrmMain::mirrorCombo() {
+    PlaylistCombo& state = m_ctx.cmbPlaylists();
+    auto refill = [this, &state] {
+        const QSignalBlocker block(m_combo);
+        m_combo->clear();
+        m_combo->addItems(state.items());
+        m_combo->setCurrentIndex(state.listIndex());
+    };
+    connect(&state, &PlaylistCombo::itemsChanged, this, refill);
+    connect(&state, &PlaylistCombo::listIndexChanged, this, [this](int index) {
+        const QSignalBlocker block(m_combo);
+        m_combo->setCurrentIndex(index);
+    });
+    connect(&state, &PlaylistCombo::enabledChanged, m_combo, &QWidget::setEnabled);
+    connect(m_combo, &QComboBox::activated, this,
+            [&state](int index) { state.setListIndex(index); });
+    refill();
+}
+
+void FrmMain::installDisplayCommands() {
+    Commands& c = m_ctx.commands();
+    // A display toggle flips its mark, stores it and applies it.
+    auto toggle = [this, &c](const QString& menu, const QString& key,
+                             std::function<void(bool)> apply) {
+        c.setHandler(menu, [this, &c, menu, key, apply] {
+            const bool on = !c.isChecked(menu);
+            c.setChecked(menu, on);
+            settings_Write(QStringLiteral("Settings"), key, on);
+            apply(on);
+            Form_Resize();
+        });
+    };
+    toggle(QStringLiteral("mnuShowToolbar"), QStringLiteral("ShowToolbar"),
+           [this](bool on) { m_toolbar->setVisible(on); });
+    toggle(QStringLiteral("mnuShowStatusBar"), QStringLiteral("ShowStatusBar"),
+           [this](bool on) { statusBar()->setVisible(on); });
+    toggle(QStringLiteral("mnuShowPlaylistHeaders"), QStringLiteral("ShowPlaylistHeaders"),
+           [this](bool on) { m_list->setHeadersVisible(on); });
+    toggle(QStringLiteral("mnuShowFilenamesColumn"), QStringLiteral("ShowFilenamesColumn"),
+           [](bool) {});
+}
+
+QList<int> FrmMain::columnWidthsTwips() const {
+    QList<int> out;
+    for (int i = 0; i < 6; ++i)
+        out.append(modWindows::pixelsToTwips(m_list->columnWidth(i), this));
+    return out;
+}
+
+void FrmMain::setColumnWidthsTwips(const QList<int>& twips) {
+    for (int i = 0; i < 6 && i < twips.size(); ++i)
+        m_list->setColumnWidth(i, modWindows::twipsToPixels(qMax(0, twips[i]), this));
+}
+
+void FrmMain::Form_Resize() {
+    if (!m_ctx.WindowReady || !m_list) return;
+    // The filename column takes what the others leave; hidden, it still exists.
+    const bool show = m_ctx.commands().isChecked(QStringLiteral("mnuShowFilenamesColumn"));
+    m_list->setColumnHidden(6, !show);
+    if (show) {
+        int used = 0;
+        for (int i = 0; i < 6; ++i)
+            used += m_list->columnWidth(i);
+        const int rest = m_list->viewport()->width() - used - modWindows::twipsToPixels(360, this);
+        m_list->setColumnWidth(6, qMax(40, rest));
+    }
+}
+
+void FrmMain::applyAppearance() {
+    const QString section = QStringLiteral("Appearance");
+    QFont font(settings_Read(section, QStringLiteral("Font"), QStringLiteral("Tahoma")));
+    const double size = settings_Number(section, QStringLiteral("Fontsize"), QStringLiteral("8"));
+    font.setPointSizeF(size >= 4 && size <= 72 ? size : 8);
+    m_ctx.lstvPlaylist().setFont(font);
+    m_list->setFont(font);
+    m_combo->setFont(font);
+    QPalette p = m_list->palette();
+    p.setColor(QPalette::Base, Colors::fromColorRef(Colors::parse(
+                                   settings_Read(section, QStringLiteral("BackgroundColour")),
+                                   Colors::SystemWindow)));
+    p.setColor(QPalette::Text, Colors::fromColorRef(Colors::parse(
+                                   settings_Read(section, QStringLiteral("FontColour")),
+                                   Colors::SystemWindowText)));
+    const QString image = settings_Read(section, QStringLiteral("PlaylistImage"));
+    if (!image.isEmpty() && QFileInfo::exists(image)) {
+        const QPixmap picture(image);
+        if (!picture.isNull()) p.setBrush(QPalette::Base, QBrush(picture));
+    }
+    m_list->setPalette(p);
+    m_combo->setPalette(p);
+}
+
+void FrmMain::closeEvent(QCloseEvent* event) {
+    if (queryUnload && queryUnload())
+        event->ignore();
+    else
+        event->accept();
+}
+
+void FrmMain::resizeEvent(QResizeEvent* event) {
+    QMainWindow::resizeEvent(event);
+    Form_Resize();
+}

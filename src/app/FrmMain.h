@@ -1,0 +1,60 @@
+#pragma once
+#include <QMainWindow>
+
+class MainContext;
+class ListView;
+class QComboBox;
+class QLabel;
+class QSlider;
+class QTimer;
+class QToolBar;
+
+// The main window: menu bar, toolbar with the playlist combo and the sliders, the playlist and
+// the status bar. It holds widgets and forwards; the rules live in the routines it calls.
+class FrmMain : public QMainWindow {
+    Q_OBJECT
+public:
+    explicit FrmMain(MainContext& ctx, QWidget* parent = nullptr);
+    ~FrmMain() override;
+
+    MainContext& ctx() { return m_ctx; }
+    ListView* lstvPlaylist() { return m_list; }
+    QComboBox* cmbPlaylists() { return m_combo; }
+    QSlider* sldVolume() { return m_volume; }
+    QSlider* sldBalance() { return m_balance; }
+    QToolBar* tbToolbar() { return m_toolbar; }
+    QLabel* statusPanel(int panel) { return m_panels[qBound(0, panel - 1, 2)]; }
+    QTimer* tmrPosition() { return m_tmrPosition; }
+    QTimer* tmrWindowUpdate() { return m_tmrWindowUpdate; }
+
+    // Fits the filename column into the space the others leave.
+    void Form_Resize();
+    // Column widths in twips, the six that are kept in settings.
+    QList<int> columnWidthsTwips() const;
+    void setColumnWidthsTwips(const QList<int>& twips);
+    void applyAppearance();
+    // The command line that started this run, as one text.
+    QString Command;
+
+    // Set by the start-up code: what a user's close of the window does (Form_QueryUnload, mode 0).
+    std::function<bool()> queryUnload;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildWidgets();
+    void mirrorCombo();
+    void installDisplayCommands();
+
+    MainContext& m_ctx;
+    ListView* m_list = nullptr;
+    QComboBox* m_combo = nullptr;
+    QSlider* m_volume = nullptr;
+    QSlider* m_balance = nullptr;
+    QToolBar* m_toolbar = nullptr;
+    QLabel* m_panels[3] = {nullptr, nullptr, nullptr};
+    QTimer* m_tmrPosition = nullptr;
+    QTimer* m_tmrWindowUpdate = nullptr;
+};

@@ -1,0 +1,130 @@
+#include "app/WindowClose.h"
+
+#include "app/FrmMain.h"
+#include "core/Commands.h"
+#include "core/MainContext.h"
+#include "core/Settings.h"
+#include "playlists/ListFiles.h"
+#include "playlists/ListModel.h"
+#include "playlists/PlaylistCombo.h"
+#include "system/modWindows.h"
+#include "ui/ListView.h"
+
+#include <QApplication>
+#include <QSlider>
+#include <QSystemTrayIcon>
+#include <QTimer>
+
+namespace {
+const char* const kColumnKeys[] = {"Number", "Artist", "Title", "Year", "Status", "Length"};
+
+// The small exit window of the classic program never needs to be seen here: two ticks of its
+// timer are what is kept. Tick 1 takes the tray icon away, tick 2 ends the process.
+void startExitTicks(FrmMain& window) {
+    auto* timer = new QTimer(&window);
+    timer->setObjectName(QStringLiteral("FrmExit.tmrTimer"));
+    timer->setInterval(250);
+    auto ticks = std::make_shared<int>(0);
+    QObject::connect(timer, &QTimer::timeout, &window, [timer, ticks] {
+        ++*ticks;
+        if (*ticks == 1) {
+            for (QSystemTrayIcon* icon : qApp->findChildren<QSystemTrayIcon*>())
+                icon->hide();
+        } else if (*ticks >= 2) {
+            timer->stop();
+            QCoreApplication::exit(0);
+        }
+    });
+    timer->start();
+}
+} // namespace
+
+void window_CloseAll(FrmMain& window) {
+    window.ctx().call(window.ctx().window_CloseAll);
+}
+
+void window_SaveSettingsOnClose(FrmMain& window) {
+    MainContext& ctx = window.ctx();
+    ListModel& list = ctx.lstvPlaylist();
+    ctx.call(ctx.player_Stop);
+    window.tmrPosition()->stop();
+    window.tmrWindowUpdate()->stop();
+    window_CloseAll(window);
+
+    playlist_SaveDefault(ctx);
+
+    const double size = list.font().pointSizeF();
+    settings_Write(QStringLiteral("Appearance"), QStringLiteral("Fontsize"),
+                   size == int(size) ? QString::number(int(size)) : QString::number(size));
+    settings_Write(QStringLiteral("Sound"), QStringLiteral("Volume"), window.sldVolume()->value());
+    settings_Write(QStringLiteral("Sound"), QStringLiteral("Balance"),
+                   window.sldBalance()->value());
+    const QList<int> widths = window.columnWidthsTwips();
+    for (int i = 0; i < 6; ++i)
+        settings_Write(QStringLiteral("ColumnHeaders_MainWindow"),
+                       QString::fromLatin1(kColumnKeys[i]), widths.value(i));
+    // The selected row is stored, not the playing one.
+    if (list.count() > 0 && list.selectedItem() >= 0)
+        settings_Write(QStringLiteral("Playback"), QStringLiteral("LastPlayed"),
+                       list.selectedItem() + 1);
+    const QString shown = ctx.cmbPlaylists().text();
+    settings_Write(QStringLiteral("Playback"), QStringLiteral("PlaylistUsed"),
+                   shown.toLower() == QLatin1String("((select playlist))") ? QString() : shown);
+    modWindows::window_SavePosition(&window, QStringLiteral("MainWindow"), 1500);
+}
+
+void mnuExit_Click(FrmMain& window) {
+    if (window.ctx().WindowClosing && window.findChild<QTimer*>(QStringLiteral("FrmExit.tmrTimer")))
+        return; // already on the way out
+    window.hide();
+    window_SaveSettingsOnClose(window);
+    window.ctx().WindowClosing = true;
+    startExitTicks(window);
+}
+
+void window_MinimizeToTray(FrmMain& window) {
+    // The tray icon is the tray's own business; without one, hiding would strand the user.
+    const auto icons = qApp->findChildren<QSystemTrayIcon*>();
+    const bool trayShown =
+        std::any_of(icons.begin(), icons.end(), [](QSystemTrayIcon* i) { return i->isVisible(); });
+    if (trayShown && QSystemTrayIcon::isSystemTrayAvailable())
+        window.hide();
+    else if (window.isVisible())
+        window.showMinimized();
+}
+
+bool Form_QueryUnload(FrmMain& window, int unloadMode) {
+    MainContext& ctx = window.ctx();
+    switch (unloadMode) {
+    case 0: {
+        const auto icons = qApp->findChildren<QSystemTrayIcon*>();
+        const bool tray =
+            settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseSystemTraySupport"),
+                          QStringLiteral("1")) &&
+            QSystemTrayIcon::isSystemTrayAvailable() &&
+            std::any_of(icons.begin(), icons.end(),
+                        [](QSystemTrayIcon* i) { return i->isVisible(); });
+        if (tray) {
+            window_MinimizeToTray(window);
+        } else {
+            ctx.WindowClosing = true;
+            mnuExit_Click(window);
+        }
+        return true;
+    }
+    case 2:
+        // Already saved when an exit is under way; the process ends at once either way.
+        if (!window.findChild<QTimer*>(QStringLiteral("FrmExit.tmrTimer"))) {
+            ctx.WindowClosing = true;
+            window_SaveSettingsOnClose(window);
+        }
+        QCoreApplication::exit(0);
+        return false;
+    case 3:
+        ctx.WindowClosing = true;
+        mnuExit_Click(window);
+        return true;
+    default:
+        return false;
+    }
+}

@@ -1,0 +1,299 @@
+#include "app/WindowSetup.h"
+
+#include "app/FrmMain.h"
+#include "app/MainMenus.h"
+#include "app/WindowClose.h"
+#include "app/WindowUpdate.h"
+#include "core/App.h"
+#include "core/Commands.h"
+#include "core/ConsoleLog.h"
+#include "core/MainContext.h"
+#include "core/Settings.h"
+#include "core/modDirectorys.h"
+#include "core/modFiles.h"
+#include "playlists/ListFiles.h"
+#include "playlists/ListModel.h"
+#include "playlists/PlaylistCombo.h"
+#include "playlists/PlaylistEditing.h"
+#include "playlists/PlaylistFiles.h"
+#include "playlists/PlaylistRows.h"
+#include "playlists/modControls.h"
+#include "system/modWindows.h"
+#include "ui/ListView.h"
+
+#include <QSlider>
+
+namespace {
+const QString kSettings = QStringLiteral("Settings");
+
+// Menu states kept under "Settings", in the order of the catalogue.
+struct MenuState {
+    const char* key;
+    const char* menu;
+    const char* def;
+};
+const MenuState kMenuStates[] = {
+    {"AlwaysOnTop", "mnuAlwaysOnTop", "0"},
+    {"DisableGlobalHotkeys", "mnuWindowsDisableGlobalHotkeys", "0"},
+    {"HideInTheTaskManager", "mnuHideInTheTaskManager", "0"},
+    {"KeysUseAsArtistFindingKeys", "mnuKeysUseAsArtistFindingKeys", "0"},
+    {"KeysUseAsShortcuts", "mnuKeysUseAsShortcuts", "1"},
+    {"MessengerShowSongsBeingPlayed", "mnuMessengerShowSongsBeingPlayed", "0"},
+    {"ShowFilenamesColumn", "mnuShowFilenamesColumn", "1"},
+    {"ShowPlaylistHeaders", "mnuShowPlaylistHeaders", "0"},
+    {"ShowStatusBar", "mnuShowStatusBar", "1"},
+    {"ShowTimeElapsed", "mnuShowTimeElapsed", "1"},
+    {"ShowTimeRemaining", "mnuShowTimeRemaining", "0"},
+    {"ShowToolbar", "mnuShowToolbar", "1"},
+    {"TagsShowTagsAsFilesAreAdded", "mnuTagsShowTagsAsFilesAreAdded", "1"},
+    {"TagsShowTagsAsFilesArePlayed", "mnuTagsShowTagsAsFilesArePlayed", "0"},
+    {"UseID3v2Tags", "mnuTagsUseID3v2Tags", "0"},
+};
+
+// Exclusive groups: the first key holding 1 wins and the rest are not read.
+struct Group {
+    const char* section;
+    QList<std::pair<const char*, const char*>> keys; // key, default
+};
+const Group kGroups[] = {
+    {"Playback",
+     {{"PlayingShuffleByArtist", "0"},
+      {"PlayingShuffleByAlbum", "0"},
+      {"PlayingShuffleByYear", "0"},
+      {"PlayingIntroduction", "0"},
+      {"PlayingRepeat", "0"},
+      {"PlayingRepeatOnce", "0"},
+      {"PlayingStopAfterEnding", "0"},
+      {"PlayingPickRandomSongs", "0"},
+      {"PlayingGoThroughPlaylistNormally", "1"}}},
+    {"Playback",
+     {{"PlaylistRepeat", "0"},
+      {"PlaylistRepeatOnce", "0"},
+      {"PlaylistStopAfterEnding", "1"},
+      {"PlaylistPickRandomAfterEnding", "0"},
+      {"PlaylistSwitchToNext", "0"}}},
+    {"PlayMode", {{"WorkForwardThroughList", "1"}, {"WorkBackwardsThroughPlaylist", "0"}}},
+};
+
+const char* const kColumnKeys[] = {"Number", "Artist", "Title", "Year", "Status", "Length"};
+const char* const kColumnDefaults[] = {"800", "3000", "3000", "1000", "1000", "1000"};
+
+// A menu whose click handler stands is clicked; otherwise only its mark is set.
+void turnOn(Commands& c, const QString& menu) {
+    if (c.hasHandler(menu) && !c.isChecked(menu))
+        c.run(menu);
+    else
+        c.setChecked(menu, true);
+}
+} // namespace
+
+void window_RestoreMenuStates(FrmMain& window) {
+    Commands& c = window.ctx().commands();
+    for (const MenuState& s : kMenuStates) {
+        if (!settings_IsOn(kSettings, QString::fromLatin1(s.key), QString::fromLatin1(s.def)))
+            continue;
+        const QString menu = QString::fromLatin1(s.menu);
+        if (menu == QLatin1String("mnuAlwaysOnTop")) {
+            c.setChecked(menu, true);
+            modWindows::window_SetAlwaysOnTop(&window, true);
+        } else {
+            turnOn(c, menu);
+        }
+    }
+    window_RestoreLock(window.ctx());
+    for (const Group& g : kGroups) {
+        for (const auto& [key, def] : g.keys) {
+            if (settings_IsOn(QString::fromLatin1(g.section), QString::fromLatin1(key),
+                              QString::fromLatin1(def))) {
+                // "PlayingRepeat" is the key of mnuPlayingRepeat, and so on.
+                c.setChecked(QStringLiteral("mnu") + QString::fromLatin1(key), true);
+                break;
+            }
+        }
+    }
+}
+
+void window_Setup(FrmMain& window) {
+    MainContext& ctx = window.ctx();
+    Commands& c = ctx.commands();
+    ListModel& list = ctx.lstvPlaylist();
+
+    // 1. The empty, stopped starting state.
+    ConsoleLog::instance().setWriteFlag(false);
+    ctx.TransportState = 1;
+    ctx.WindowReady = false;
+    ctx.SavedVolume = -1;
+    ctx.RandomHistoryCount = 0;
+    ctx.WindowClosing = false;
+    ctx.call(ctx.window_ResetRandomFilenames);
+    c.run(QStringLiteral("mnuClear"));
+
+    // 2. The data folders.
+    for (const char* folder : {"Playlists", "Logs", "Moods", "Updates"})
+        modDirectorys::directory_Create(App::file(QString::fromLatin1(folder)));
+
+    // 3. Place.
+    modWindows::window_RestorePosition(&window, QStringLiteral("MainWindow"), 1500);
+    ctx.WindowReady = true;
+    window.Form_Resize();
+
+    // 6. Key hints behind the captions.
+    MainMenus::appendKeyHints(c);
+
+    // 9-10. Playlists of the folder, then the rows of the last run.
+    window_InstallPlaylists(ctx);
+    playlist_LoadDefault(ctx);
+
+    // 11. Column widths.
+    QList<int> widths;
+    for (int i = 0; i < 6; ++i) {
+        bool ok = false;
+        const double w = settings_Number(QStringLiteral("ColumnHeaders_MainWindow"),
+                                         QString::fromLatin1(kColumnKeys[i]),
+                                         QString::fromLatin1(kColumnDefaults[i]), &ok);
+        widths.append(ok ? int(w) : QString::fromLatin1(kColumnDefaults[i]).toInt());
+    }
+    window.setColumnWidthsTwips(widths);
+    window.Form_Resize();
+
+    // 12. The playlist in use at the last exit.
+    const QString playlistUsed =
+        settings_Read(QStringLiteral("Playback"), QStringLiteral("PlaylistUsed"));
+
+    // 13. Appearance.
+    window.applyAppearance();
+
+    // 14. Menu states.
+    window_RestoreMenuStates(window);
+
+    // 15. The row selected at the last exit.
+    if (list.count() > 0) {
+        bool ok = false;
+        const double last = settings_Number(QStringLiteral("Playback"),
+                                            QStringLiteral("LastPlayed"), QStringLiteral("1"), &ok);
+        if (ok) {
+            listview_SelectItem(list, int(last));
+            ctx.PlayingRowIndex = int(qBound(-32768.0, last, 32767.0));
+        }
+    }
+
+    // 16. Sorting.
+    window_RestoreSortModes(ctx);
+
+    // 17-18. The combo shows the stored playlist without opening it.
+    ctx.PlaylistComboReady = false;
+    PlaylistCombo& combo = ctx.cmbPlaylists();
+    const int found = playlistUsed.isEmpty() ? -1 : combo.findStringExact(playlistUsed);
+    combo.setListIndex(found > 0 ? found : 0);
+    ctx.PlaylistComboReady = true;
+    tmrWindowUpdate_Timer(window);
+    tmrPosition_Timer(window);
+
+    // 19. Volume and balance.
+    const auto level = [](const char* key) {
+        return int(qBound(0.0,
+                          settings_Number(QStringLiteral("Sound"), QString::fromLatin1(key),
+                                          QStringLiteral("50")),
+                          100.0));
+    };
+    window.sldVolume()->setValue(level("Volume"));
+    window.sldBalance()->setValue(level("Balance"));
+
+    // 21. The command line, or music on start-up.
+    if (!window.Command.isEmpty()) {
+        window_ProcessCommandLine(window, window.Command);
+        listview_Renumber(list);
+    } else if (settings_IsOn(kSettings, QStringLiteral("PlayMusicOnStartUp"),
+                             QStringLiteral("0")) &&
+               list.count() > 0) {
+        if (ctx.player_Play) ctx.player_Play(1);
+    }
+
+    // 22. The log writes from here on when the user wants it.
+    ConsoleLog::instance().setWriteFlag(
+        settings_IsOn(kSettings, QStringLiteral("WriteConsoleLogs"), QStringLiteral("1")));
+
+    // 23. Show, unless started into the tray.
+    if (!ctx.StartedBySwitch || window.Command.left(8).toLower() != QLatin1String("/systray"))
+        window.show();
+
+    // 24-25. Timers last, so no tick sees a half-restored window.
+    window.tmrPosition()->start();
+    window.tmrWindowUpdate()->start();
+    ctx.WindowShown = true;
+}
+
+void window_ProcessCommandLine(FrmMain& window, QString commandLine) {
+    MainContext& ctx = window.ctx();
+    Commands& c = ctx.commands();
+    ListModel& list = ctx.lstvPlaylist();
+    const bool resort = !c.isChecked(QStringLiteral("mnuDontSort"));
+    if (resort) list.setSorted(false);
+    const auto play = [&ctx] {
+        if (ctx.player_Play) ctx.player_Play(1);
+    };
+    const bool clearFirst = settings_IsOn(
+        kSettings, QStringLiteral("ClearPlaylistWhenFilesAreAddedOnStartUp"), QStringLiteral("0"));
+
+    if (commandLine.isEmpty()) {
+        // nothing to do
+    } else if (commandLine.contains(QLatin1String("\" \""))) {
+        // Several quoted paths.
+        commandLine = commandLine.mid(1, commandLine.size() - 2);
+        const QStringList paths = commandLine.split(QStringLiteral("\" \""));
+        if (clearFirst) listview_Clear(list);
+        const int oldCount = list.count();
+        for (const QString& path : paths)
+            playlist_AddSong(ctx, QString(), QString(), QString(), path);
+        playlist_ShowMP3Data(ctx, false);
+        listview_SelectItem(list, oldCount + 1);
+        play();
+        ctx.StartedBySwitch = false;
+    } else if (commandLine.startsWith(QLatin1Char('"'))) {
+        // One quoted path: a playlist to open, or a file to add.
+        commandLine = commandLine.mid(1, commandLine.size() - 2);
+        if (modFiles::file_GetExtension(commandLine).toLower() == QLatin1String("spp")) {
+            listview_Clear(list);
+            listview_LoadFromFile(list, commandLine);
+            if (ctx.recentPlaylists_Add) ctx.recentPlaylists_Add(commandLine);
+            listview_Renumber(list);
+            playlist_Select(ctx, commandLine);
+            listview_SelectItem(list, 1);
+            ctx.StartedBySwitch = false;
+            play();
+        } else {
+            if (clearFirst) listview_Clear(list);
+            playlist_AddSong(ctx, QString(), QString(), QString(), commandLine);
+            listview_SelectItem(list, list.count());
+            if (c.isChecked(QStringLiteral("mnuTagsShowTagsAsFilesAreAdded")))
+                playlist_UpdateItem(ctx, list.count(), false);
+            ctx.StartedBySwitch = false;
+            play();
+        }
+    } else if (commandLine.startsWith(QLatin1Char('/'))) {
+        // One switch; a combination other than the autostart pair matches nothing.
+        const QString sw = commandLine.toLower();
+        const bool tray =
+            settings_IsOn(kSettings, QStringLiteral("UseSystemTraySupport"), QStringLiteral("1"));
+        if (sw == QLatin1String("/play")) {
+            listview_SelectItem(list, 1);
+            play();
+        } else if (sw == QLatin1String("/systray") || sw == QLatin1String("/systray /winload")) {
+            if (tray) window_MinimizeToTray(window);
+            if (sw.endsWith(QLatin1String("/winload")) &&
+                settings_IsOn(kSettings, QStringLiteral("ShowOptionsWindow"), QStringLiteral("1")))
+                c.run(QStringLiteral("mnuOptionsWindow"));
+        } else if (sw == QLatin1String("/minimize")) {
+            window.setWindowState(window.windowState() | Qt::WindowMinimized);
+        } else if (sw == QLatin1String("/cd")) {
+            c.run(QStringLiteral("mnuOpenCDPlayer"));
+        } else if (sw == QLatin1String("/ml")) {
+            c.run(QStringLiteral("mnuOpenMediaLibrary"));
+        } else if (sw == QLatin1String("/new")) {
+            c.run(QStringLiteral("mnuNew"));
+        }
+        ctx.StartedBySwitch = true;
+    }
+    // A path without quotes is ignored.
+    if (resort) list.setSorted(true);
+}

@@ -1,0 +1,139 @@
+#include "integration/VeldorProcess.h"
+
+#include "core/IniFile.h"
+
+#include <QDeadlineTimer>
+#include <QDir>
+#include <QFile>
+#include <QThread>
+#include <xcb/xcb.h>
+
+namespace {
+QString run(const QString& program, const QStringList& args) {
+    QProcess p;
+    p.start(program, args);
+    p.waitForFinished(10000);
+    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+}
+
+// Sends WM_DELETE_WINDOW as a window manager does when the close button is pressed.
+void sendDeleteWindow(unsigned long window) {
+    xcb_connection_t* c = xcb_connect(nullptr, nullptr);
+    if (!c || xcb_connection_has_error(c)) return;
+    auto atom = [c](const char* name) {
+        xcb_intern_atom_reply_t* r =
+            xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, uint16_t(strlen(name)), name), nullptr);
+        const xcb_atom_t a = r ? r->atom : 0;
+        free(r);
+        return a;
+    };
+    xcb_client_message_event_t ev{};
+    ev.response_type = XCB_CLIENT_MESSAGE;
+    ev.format = 32;
+    ev.window = xcb_window_t(window);
+    ev.type = atom("WM_PROTOCOLS");
+    ev.data.data32[0] = atom("WM_DELETE_WINDOW");
+    ev.data.data32[1] = XCB_CURRENT_TIME;
+    xcb_send_event(c, 0, xcb_window_t(window), XCB_EVENT_MASK_NO_EVENT,
+                   reinterpret_cast<const char*>(&ev));
+    xcb_flush(c);
+    xcb_disconnect(c);
+}
+} // namespace
+
+VeldorProcess::VeldorProcess() : m_env(QProcessEnvironment::systemEnvironment()) {
+    m_env.insert(QStringLiteral("VELDOR_HOME"), m_home.path());
+    m_env.insert(QStringLiteral("VELDOR_AO"), QStringLiteral("null"));
+    m_env.insert(QStringLiteral("VELDOR_VO"), QStringLiteral("null"));
+    m_env.insert(QStringLiteral("VELDOR_DIALOG_LOG"), dialogLog());
+    m_env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    m_process.setProcessChannelMode(QProcess::SeparateChannels);
+}
+
+VeldorProcess::~VeldorProcess() {
+    if (running()) {
+        m_process.kill();
+        m_process.waitForFinished(5000);
+    }
+}
+
+void VeldorProcess::setDialogAnswers(const QStringList& answers) {
+    write(file(QStringLiteral("answers.txt")), answers.join('\n').toUtf8() + '\n');
+    m_env.insert(QStringLiteral("VELDOR_DIALOG_ANSWERS"), file(QStringLiteral("answers.txt")));
+}
+
+QProcessEnvironment VeldorProcess::environment() const {
+    return m_env;
+}
+
+void VeldorProcess::start(const QStringList& arguments) {
+    m_process.setProcessEnvironment(environment());
+    m_process.setWorkingDirectory(m_home.path());
+    m_process.start(QStringLiteral(VELDOR_EXE), arguments);
+    m_process.waitForStarted(10000);
+}
+
+unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
+    QDeadlineTimer deadline(timeoutMs);
+    while (!deadline.hasExpired() && running()) {
+        const QString ids =
+            run(QStringLiteral("xdotool"),
+                {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                 QString::number(pid()), QStringLiteral("--name"), QStringLiteral("^VELDOR$")});
+        if (!ids.isEmpty()) {
+            m_window = ids.split('\n').constFirst().toULong();
+            QThread::msleep(300); // let the start-up finish its last steps
+            return m_window;
+        }
+        QThread::msleep(100);
+    }
+    return 0;
+}
+
+bool VeldorProcess::waitForExit(int timeoutMs) {
+    return m_process.waitForFinished(timeoutMs);
+}
+
+void VeldorProcess::exitThroughMenu() {
+    const QString id = QString::number(m_window);
+    run(QStringLiteral("xdotool"), {QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
+    run(QStringLiteral("xdotool"),
+        {QStringLiteral("key"), QStringLiteral("--window"), id, QStringLiteral("alt+f")});
+    QThread::msleep(400);
+    run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("x")});
+}
+
+void VeldorProcess::requestClose() {
+    sendDeleteWindow(m_window);
+}
+
+int VeldorProcess::runSecondCopy(const QStringList& arguments, int timeoutMs) {
+    QProcess second;
+    second.setProcessEnvironment(environment());
+    second.setWorkingDirectory(m_home.path());
+    second.start(QStringLiteral(VELDOR_EXE), arguments);
+    if (!second.waitForFinished(timeoutMs)) {
+        second.kill();
+        second.waitForFinished(3000);
+        return -1;
+    }
+    return second.exitCode();
+}
+
+QString VeldorProcess::settingsValue(const QString& iniPath, const QString& section,
+                                     const QString& key) {
+    IniFile ini(iniPath);
+    return ini.contains(section, key) ? ini.read(section, key, QString())
+                                      : QStringLiteral("<absent>");
+}
+
+QByteArray VeldorProcess::read(const QString& path) {
+    QFile f(path);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void VeldorProcess::write(const QString& path, const QByteArray& bytes) {
+    QDir().mkpath(QFileInfo(path).path());
+    QFile f(path);
+    if (f.open(QIODevice::WriteOnly | QIODevice::Truncate)) f.write(bytes);
+}

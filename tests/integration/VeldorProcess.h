@@ -1,0 +1,47 @@
+#pragma once
+#include <QProcess>
+#include <QStringList>
+#include <QTemporaryDir>
+
+// The real program under a private X server, with its data folder in a temporary directory.
+class VeldorProcess {
+public:
+    VeldorProcess();
+    ~VeldorProcess();
+
+    QString home() const { return m_home.path(); }
+    QString file(const QString& relative) const { return m_home.path() + '/' + relative; }
+    QString dialogLog() const { return file(QStringLiteral("dialogs.log")); }
+    void setEnv(const QString& name, const QString& value) { m_env.insert(name, value); }
+    void setDialogAnswers(const QStringList& answers);
+
+    void start(const QStringList& arguments = {});
+    // Waits until the main window is mapped; its X window id, or 0.
+    unsigned long waitForWindow(int timeoutMs = 20000);
+    bool waitForExit(int timeoutMs = 20000);
+    int exitCode() const { return m_process.exitCode(); }
+    bool running() const { return m_process.state() != QProcess::NotRunning; }
+    qint64 pid() const { return m_process.processId(); }
+    QByteArray output() { return m_process.readAllStandardOutput(); }
+
+    // As a user would: File, Exit through the keyboard.
+    void exitThroughMenu();
+    // The window manager's close request (the title bar's close button).
+    void requestClose();
+    void terminate() { m_process.terminate(); }
+
+    // Runs another copy with the same data folder; returns its exit code (-1 on timeout).
+    int runSecondCopy(const QStringList& arguments, int timeoutMs = 15000);
+
+    static QString settingsValue(const QString& iniPath, const QString& section,
+                                 const QString& key);
+    static QByteArray read(const QString& path);
+    static void write(const QString& path, const QByteArray& bytes);
+
+private:
+    QProcessEnvironment environment() const;
+    QTemporaryDir m_home;
+    QProcess m_process;
+    QProcessEnvironment m_env;
+    unsigned long m_window = 0;
+};

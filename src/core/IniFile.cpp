@@ -9,28 +9,25 @@
 
 namespace {
 
-QByteArray trimmedLine(const QByteArray& line) { return line.trimmed(); }
+QByteArray trimmedLine(const QByteArray& line) {
+    return line.trimmed();
+}
 
 // "[name]" -> name; anything else -> null.
 QString sectionName(const QByteArray& trimmed) {
-    if (!trimmed.startsWith('['))
-        return {};
+    if (!trimmed.startsWith('[')) return {};
     int end = trimmed.indexOf(']');
-    if (end < 0)
-        end = trimmed.size();
+    if (end < 0) end = trimmed.size();
     QString name = QString::fromUtf8(trimmed.mid(1, end - 1)).trimmed();
     return name.isNull() ? QStringLiteral("") : name;
 }
 
 bool splitKey(const QByteArray& trimmed, QString& key, QString* value) {
-    if (trimmed.isEmpty() || trimmed.startsWith(';') || trimmed.startsWith('['))
-        return false;
+    if (trimmed.isEmpty() || trimmed.startsWith(';') || trimmed.startsWith('[')) return false;
     const int eq = trimmed.indexOf('=');
-    if (eq < 0)
-        return false;
+    if (eq < 0) return false;
     key = QString::fromUtf8(trimmed.left(eq)).trimmed();
-    if (value)
-        *value = QString::fromUtf8(trimmed.mid(eq + 1)).trimmed();
+    if (value) *value = QString::fromUtf8(trimmed.mid(eq + 1)).trimmed();
     return true;
 }
 
@@ -39,12 +36,13 @@ QString cleanValue(QString v) {
     // The profile reader drops one pair of matching quotes around a value.
     if (v.size() >= 2 && (v.front() == u'"' || v.front() == u'\'') && v.back() == v.front())
         v = v.mid(1, v.size() - 2);
-    if (v.size() > IniFile::MaxValueLength)
-        v.truncate(IniFile::MaxValueLength);
+    if (v.size() > IniFile::MaxValueLength) v.truncate(IniFile::MaxValueLength);
     return v.trimmed();
 }
 
-qint64 nowNs() { return QDateTime::currentMSecsSinceEpoch() * 1000000; }
+qint64 nowNs() {
+    return QDateTime::currentMSecsSinceEpoch() * 1000000;
+}
 
 } // namespace
 
@@ -58,8 +56,7 @@ void IniFile::setPath(const QString& path) {
 IniFile::Stamp IniFile::stampOf(const QString& path) {
     Stamp s;
     struct stat st {};
-    if (::stat(QFile::encodeName(path).constData(), &st) != 0)
-        return s;
+    if (::stat(QFile::encodeName(path).constData(), &st) != 0) return s;
     s.exists = true;
     s.size = st.st_size;
     s.mtimeNs = qint64(st.st_mtim.tv_sec) * 1000000000 + st.st_mtim.tv_nsec;
@@ -73,14 +70,12 @@ void IniFile::refresh() const {
     // A file changed within the clock's coarse tick of our last read may change again unseen
     // with the same stamp, so such a copy is never trusted.
     const bool racy = now.mtimeNs + 20000000 >= m_readAtNs || now.ctimeNs + 20000000 >= m_readAtNs;
-    if (m_valid && now == m_stamp && !racy)
-        return;
+    if (m_valid && now == m_stamp && !racy) return;
     m_readAtNs = nowNs();
     QByteArray data;
     if (now.exists) {
         QFile f(m_path);
-        if (f.open(QIODevice::ReadOnly))
-            data = f.readAll();
+        if (f.open(QIODevice::ReadOnly)) data = f.readAll();
     }
     parse(data);
     m_stamp = now;
@@ -96,8 +91,7 @@ void IniFile::parse(const QByteArray& data) const {
     qsizetype pos = 0;
     while (pos < data.size()) {
         qsizetype nl = data.indexOf('\n', pos);
-        if (nl < 0)
-            nl = data.size();
+        if (nl < 0) nl = data.size();
         const QByteArray line = trimmedLine(data.mid(pos, nl - pos));
         pos = nl + 1;
         const QString section = sectionName(line);
@@ -113,14 +107,11 @@ void IniFile::parse(const QByteArray& data) const {
             }
             continue;
         }
-        if (!current)
-            continue;
+        if (!current) continue;
         QString key, value;
-        if (!splitKey(line, key, &value))
-            continue;
+        if (!splitKey(line, key, &value)) continue;
         const QString lowerKey = key.toLower();
-        if (current->contains(lowerKey))
-            continue;
+        if (current->contains(lowerKey)) continue;
         current->insert(lowerKey, cleanValue(value));
         order->append(key);
     }
@@ -131,8 +122,7 @@ QString IniFile::read(const QString& section, const QString& key, const QString&
     const auto s = m_values.constFind(section.toLower());
     if (s != m_values.constEnd()) {
         const auto k = s->constFind(key.toLower());
-        if (k != s->constEnd())
-            return *k;
+        if (k != s->constEnd()) return *k;
     }
     return cleanValue(def);
 }
@@ -175,18 +165,15 @@ QByteArray IniFile::applyWrite(const QByteArray& data, const QString& section, c
         const QByteArray t = lines[i].trimmed();
         const QString name = sectionName(t);
         if (!name.isNull()) {
-            if (sectionAt >= 0)
-                break; // end of our section
+            if (sectionAt >= 0) break; // end of our section
             if (name.toLower() == wantSection) {
                 sectionAt = i;
                 lastContent = i;
             }
             continue;
         }
-        if (sectionAt < 0)
-            continue;
-        if (!t.isEmpty())
-            lastContent = i;
+        if (sectionAt < 0) continue;
+        if (!t.isEmpty()) lastContent = i;
         QString k;
         if (splitKey(t, k, nullptr) && k.toLower() == wantKey) {
             lines[i] = lineWith(lines[i], entry);
@@ -196,36 +183,33 @@ QByteArray IniFile::applyWrite(const QByteArray& data, const QString& section, c
 
     if (sectionAt < 0) {
         QByteArray out = data;
-        if (!out.isEmpty() && !out.endsWith('\n'))
-            out += eol;
+        if (!out.isEmpty() && !out.endsWith('\n')) out += eol;
         if (!out.isEmpty() && !out.endsWith("\n\r\n") && !out.endsWith("\n\n") && out != eol)
             out += eol;
         out += '[' + section.toUtf8() + ']' + eol + entry + eol;
         return out;
     }
-    if (!lines[lastContent].endsWith('\n'))
-        lines[lastContent] += eol;
+    if (!lines[lastContent].endsWith('\n')) lines[lastContent] += eol;
     lines.insert(lastContent + 1, entry + eol);
     return lines.join();
 }
 
 void IniFile::write(const QString& section, const QString& key, const QString& value) {
     const QFileInfo info(m_path);
-    if (info.exists() && !info.isWritable())
-        return; // a read-only settings file loses the write without a word
+    // A read-only settings file loses the write without a word, also for root, who could
+    // replace it anyway.
+    if (info.exists() && (!info.isWritable() || !(info.permissions() & QFileDevice::WriteOwner)))
+        return;
     QByteArray data;
     if (info.exists()) {
         QFile f(m_path);
-        if (!f.open(QIODevice::ReadOnly))
-            return;
+        if (!f.open(QIODevice::ReadOnly)) return;
         data = f.readAll();
     }
     const QByteArray out = applyWrite(data, section, key, value);
     QSaveFile save(m_path);
-    if (!save.open(QIODevice::WriteOnly))
-        return;
+    if (!save.open(QIODevice::WriteOnly)) return;
     save.write(out);
-    if (!save.commit())
-        return;
+    if (!save.commit()) return;
     m_valid = false;
 }

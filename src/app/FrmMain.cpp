@@ -163,15 +163,25 @@ void FrmMain::installDisplayCommands() {
 }
 
 QList<int> FrmMain::columnWidthsTwips() const {
+    // A width the user left alone keeps its stored twips exactly, whatever the rounding.
     QList<int> out;
-    for (int i = 0; i < 6; ++i)
-        out.append(modWindows::pixelsToTwips(m_list->columnWidth(i), this));
+    for (int i = 0; i < 6; ++i) {
+        const int px = m_list->columnWidth(i);
+        out.append(i < m_setTwips.size() && m_setPixels.value(i) == px
+                       ? m_setTwips[i]
+                       : modWindows::pixelsToTwips(px, this));
+    }
     return out;
 }
 
 void FrmMain::setColumnWidthsTwips(const QList<int>& twips) {
-    for (int i = 0; i < 6 && i < twips.size(); ++i)
+    m_setTwips.clear();
+    m_setPixels.clear();
+    for (int i = 0; i < 6 && i < twips.size(); ++i) {
         m_list->setColumnWidth(i, modWindows::twipsToPixels(qMax(0, twips[i]), this));
+        m_setTwips.append(qMax(0, twips[i]));
+        m_setPixels.append(m_list->columnWidth(i));
+    }
 }
 
 void FrmMain::Form_Resize() {

@@ -57,4 +57,5 @@ private:
     QLabel* m_panels[3] = {nullptr, nullptr, nullptr};
     QTimer* m_tmrPosition = nullptr;
     QTimer* m_tmrWindowUpdate = nullptr;
+    QList<int> m_setTwips, m_setPixels;
 };

@@ -12,7 +12,9 @@ void setPath(const QString& path);
 // Path below the data folder: App::file("Playlists/default.spp").
 QString file(const QString& relative);
 
-inline QString Title() { return QStringLiteral("VELDOR"); }
+inline QString Title() {
+    return QStringLiteral("VELDOR");
+}
 int Major();
 int Minor();
 int Revision();

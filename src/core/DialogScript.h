@@ -16,7 +16,10 @@ public:
 
     void answer(const QString& a) { m_answers.append(a); }
     const QList<Dialogs::Asked>& asked() const { return m_asked; }
-    void clear() { m_asked.clear(); m_answers.clear(); }
+    void clear() {
+        m_asked.clear();
+        m_answers.clear();
+    }
     // Where each Asked is appended as one line ("kind\ttitle\ttext", line breaks as "\n").
     void setLogFile(const QString& path) { m_logFile = path; }
     // Answers still to be given.

@@ -66,7 +66,9 @@ public:
     std::function<void()> window_CloseAll;
     std::function<void()> focusPlaylist;
 
-    void call(const std::function<void()>& f) { if (f) f(); }
+    void call(const std::function<void()>& f) {
+        if (f) f();
+    }
 
 Q_SIGNALS:
     void statusTextChanged(const QString& text);

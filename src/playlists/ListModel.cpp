@@ -24,8 +24,7 @@ int ListModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant ListModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid() || index.row() >= count() || index.column() >= columns())
-        return {};
+    if (!index.isValid() || index.row() >= count() || index.column() >= columns()) return {};
     const Row& r = m_rows[size_t(index.row())];
     switch (role) {
     case Qt::DisplayRole:
@@ -39,8 +38,7 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
                                         QGuiApplication::palette());
         return {};
     case Qt::FontRole:
-        if (!r.style.empty() && r.style[size_t(index.column())].bold)
-            return m_boldFont;
+        if (!r.style.empty() && r.style[size_t(index.column())].bold) return m_boldFont;
         return {};
     default:
         return {};
@@ -54,32 +52,28 @@ QVariant ListModel::headerData(int section, Qt::Orientation o, int role) const {
 }
 
 Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
-    if (!index.isValid())
-        return Qt::ItemIsDropEnabled;
-    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled | Qt::ItemNeverHasChildren;
+    if (!index.isValid()) return Qt::ItemIsDropEnabled;
+    return Qt::ItemIsEnabled | Qt::ItemIsSelectable | Qt::ItemIsDragEnabled |
+           Qt::ItemNeverHasChildren;
 }
 
 const QString& ListModel::text(int row, int column) const {
-    if (row < 0 || row >= count())
-        return kEmpty;
+    if (row < 0 || row >= count()) return kEmpty;
     const QStringList& cells = m_rows[size_t(row)].cells;
     return column >= 0 && column < cells.size() ? cells[column] : kEmpty;
 }
 
 void ListModel::setText(int row, int column, const QString& text) {
-    if (row < 0 || row >= count() || column < 0 || column >= columns())
-        return;
+    if (row < 0 || row >= count() || column < 0 || column >= columns()) return;
     QString& cell = m_rows[size_t(row)].cells[column];
-    if (cell == text)
-        return;
+    if (cell == text) return;
     cell = text;
     const QModelIndex i = index(row, column);
     Q_EMIT dataChanged(i, i, {Qt::DisplayRole});
 }
 
 void ListModel::setRowTexts(int row, const QStringList& cells) {
-    if (row < 0 || row >= count())
-        return;
+    if (row < 0 || row >= count()) return;
     m_rows[size_t(row)].cells = makeRow(cells).cells;
     Q_EMIT dataChanged(index(row, 0), index(row, columns() - 1), {Qt::DisplayRole});
 }
@@ -89,27 +83,25 @@ ListModel::Row ListModel::makeRow(const QStringList& cells) const {
     r.cells = cells;
     while (r.cells.size() < columns())
         r.cells.append(QString());
-    if (r.cells.size() > columns())
-        r.cells.resize(columns());
+    if (r.cells.size() > columns()) r.cells.resize(columns());
     return r;
 }
 
 ListModel::CellStyle& ListModel::styleOf(int row, int column) {
     Row& r = m_rows[size_t(row)];
-    if (r.style.empty())
-        r.style.resize(size_t(columns()));
+    if (r.style.empty()) r.style.resize(size_t(columns()));
     return r.style[size_t(column)];
 }
 
 bool ListModel::isBold(int row, int column) const {
-    if (row < 0 || row >= count() || column < 0 || column >= columns())
-        return false;
+    if (row < 0 || row >= count() || column < 0 || column >= columns()) return false;
     const Row& r = m_rows[size_t(row)];
     return !r.style.empty() && r.style[size_t(column)].bold;
 }
 
 void ListModel::setBold(int row, int column, bool bold) {
-    if (row < 0 || row >= count() || column < 0 || column >= columns() || isBold(row, column) == bold)
+    if (row < 0 || row >= count() || column < 0 || column >= columns() ||
+        isBold(row, column) == bold)
         return;
     styleOf(row, column).bold = bold;
     const QModelIndex i = index(row, column);
@@ -117,8 +109,7 @@ void ListModel::setBold(int row, int column, bool bold) {
 }
 
 qint64 ListModel::foreColor(int row, int column) const {
-    if (row < 0 || row >= count() || column < 0 || column >= columns())
-        return DefaultColor;
+    if (row < 0 || row >= count() || column < 0 || column >= columns()) return DefaultColor;
     const Row& r = m_rows[size_t(row)];
     return r.style.empty() ? DefaultColor : r.style[size_t(column)].color;
 }
@@ -133,8 +124,7 @@ void ListModel::setForeColor(int row, int column, qint64 colorRef) {
 }
 
 void ListModel::setRowStyle(int row, bool bold, qint64 colorRef) {
-    if (row < 0 || row >= count())
-        return;
+    if (row < 0 || row >= count()) return;
     for (int c = 0; c < columns(); ++c) {
         CellStyle& s = styleOf(row, c);
         s.bold = bold;
@@ -162,8 +152,7 @@ int ListModel::sortedPosition(const QString& key) const {
 
 int ListModel::addRow(const QStringList& cells, int at) {
     int pos = at < 0 || at > count() ? count() : at;
-    if (m_sorted)
-        pos = sortedPosition(cells.value(m_sortKey));
+    if (m_sorted) pos = sortedPosition(cells.value(m_sortKey));
     beginInsertRows({}, pos, pos);
     m_rows.insert(m_rows.begin() + pos, makeRow(cells));
     endInsertRows();
@@ -171,21 +160,18 @@ int ListModel::addRow(const QStringList& cells, int at) {
 }
 
 void ListModel::appendRows(std::vector<QStringList> rows) {
-    if (rows.empty())
-        return;
+    if (rows.empty()) return;
     const int first = count();
     beginInsertRows({}, first, first + int(rows.size()) - 1);
     m_rows.reserve(m_rows.size() + rows.size());
     for (QStringList& cells : rows)
         m_rows.push_back(makeRow(cells));
     endInsertRows();
-    if (m_sorted)
-        sortNow();
+    if (m_sorted) sortNow();
 }
 
 void ListModel::removeRow(int row) {
-    if (row < 0 || row >= count())
-        return;
+    if (row < 0 || row >= count()) return;
     beginRemoveRows({}, row, row);
     m_rows.erase(m_rows.begin() + row);
     endRemoveRows();
@@ -195,12 +181,10 @@ void ListModel::removeRows(const std::vector<bool>& mask) {
     int removed = 0;
     for (int i = 0; i < count() && i < int(mask.size()); ++i)
         removed += mask[size_t(i)];
-    if (removed == 0)
-        return;
+    if (removed == 0) return;
     if (removed == 1) {
         for (int i = 0; i < count(); ++i)
-            if (mask[size_t(i)])
-                return removeRow(i);
+            if (mask[size_t(i)]) return removeRow(i);
     }
     std::vector<bool> selected = selectionMask();
     const int current = currentRow();
@@ -209,10 +193,8 @@ void ListModel::removeRows(const std::vector<bool>& mask) {
     std::vector<Row> kept;
     kept.reserve(m_rows.size() - size_t(removed));
     for (int i = 0; i < count(); ++i) {
-        if (i < int(mask.size()) && mask[size_t(i)])
-            continue;
-        if (i == current)
-            keptCurrent = int(kept.size());
+        if (i < int(mask.size()) && mask[size_t(i)]) continue;
+        if (i == current) keptCurrent = int(kept.size());
         keptSelection.push_back(selected[size_t(i)]);
         kept.push_back(std::move(m_rows[size_t(i)]));
     }
@@ -223,8 +205,7 @@ void ListModel::removeRows(const std::vector<bool>& mask) {
 }
 
 void ListModel::clear() {
-    if (m_rows.empty())
-        return;
+    if (m_rows.empty()) return;
     beginResetModel();
     m_rows.clear();
     endResetModel();
@@ -232,8 +213,7 @@ void ListModel::clear() {
 }
 
 void ListModel::swapRows(int a, int b) {
-    if (a == b || a < 0 || b < 0 || a >= count() || b >= count())
-        return;
+    if (a == b || a < 0 || b < 0 || a >= count() || b >= count()) return;
     std::swap(m_rows[size_t(a)], m_rows[size_t(b)]);
     Q_EMIT dataChanged(index(a, 0), index(a, columns() - 1));
     Q_EMIT dataChanged(index(b, 0), index(b, columns() - 1));
@@ -244,8 +224,7 @@ bool ListModel::isSelected(int row) const {
 }
 
 void ListModel::setSelected(int row, bool selected) {
-    if (row < 0 || row >= count() || isSelected(row) == selected)
-        return;
+    if (row < 0 || row >= count() || isSelected(row) == selected) return;
     if (selected && !m_multiSelect) {
         m_selection.setCurrentIndex(index(row, 0), QItemSelectionModel::ClearAndSelect |
                                                        QItemSelectionModel::Rows);
@@ -255,7 +234,8 @@ void ListModel::setSelected(int row, bool selected) {
         m_selection.setCurrentIndex(index(row, 0),
                                     QItemSelectionModel::Select | QItemSelectionModel::Rows);
     } else {
-        m_selection.select(index(row, 0), QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
+        m_selection.select(index(row, 0),
+                           QItemSelectionModel::Deselect | QItemSelectionModel::Rows);
     }
 }
 
@@ -276,39 +256,35 @@ int ListModel::selectedCount() const {
 
 int ListModel::selectedItem() const {
     const int cur = currentRow();
-    if (cur >= 0 && isSelected(cur))
-        return cur;
+    if (cur >= 0 && isSelected(cur)) return cur;
     int first = -1;
     for (const QItemSelectionRange& r : m_selection.selection())
-        if (first < 0 || r.top() < first)
-            first = r.top();
+        if (first < 0 || r.top() < first) first = r.top();
     return first < count() ? first : -1;
 }
 
 void ListModel::setCurrentRow(int row) {
-    if (row < 0 || row >= count())
-        return;
+    if (row < 0 || row >= count()) return;
     m_selection.setCurrentIndex(index(row, 0), QItemSelectionModel::NoUpdate);
 }
 
 void ListModel::selectAll() {
-    if (count() == 0)
-        return;
+    if (count() == 0) return;
     m_selection.select(QItemSelection(index(0, 0), index(count() - 1, columns() - 1)),
                        QItemSelectionModel::Select | QItemSelectionModel::Rows);
 }
 
-void ListModel::clearSelection() { m_selection.clearSelection(); }
+void ListModel::clearSelection() {
+    m_selection.clearSelection();
+}
 
 void ListModel::setMultiSelect(bool on) {
-    if (m_multiSelect == on)
-        return;
+    if (m_multiSelect == on) return;
     m_multiSelect = on;
     if (!on) {
         const int keep = selectedItem();
         m_selection.clearSelection();
-        if (keep >= 0)
-            setSelected(keep, true);
+        if (keep >= 0) setSelected(keep, true);
     }
 }
 
@@ -329,8 +305,7 @@ void ListModel::restoreSelection(const std::vector<bool>& mask, int current) {
     m_selection.clear();
     if (current >= 0 && current < count())
         m_selection.setCurrentIndex(index(current, 0), QItemSelectionModel::NoUpdate);
-    if (!sel.isEmpty())
-        m_selection.select(sel, QItemSelectionModel::Select);
+    if (!sel.isEmpty()) m_selection.select(sel, QItemSelectionModel::Select);
 }
 
 void ListModel::reorder(const std::vector<int>& order) {
@@ -343,8 +318,7 @@ void ListModel::reorder(const std::vector<int>& order) {
     for (size_t i = 0; i < order.size(); ++i) {
         rows.push_back(std::move(m_rows[size_t(order[i])]));
         newSelection[i] = selected[size_t(order[i])];
-        if (order[i] == current)
-            newCurrent = int(i);
+        if (order[i] == current) newCurrent = int(i);
     }
     Q_EMIT layoutAboutToBeChanged();
     m_rows = std::move(rows);
@@ -353,8 +327,7 @@ void ListModel::reorder(const std::vector<int>& order) {
 }
 
 void ListModel::sortNow() {
-    if (count() < 2)
-        return;
+    if (count() < 2) return;
     std::vector<QString> keys(m_rows.size());
     for (size_t i = 0; i < m_rows.size(); ++i)
         keys[i] = text(int(i), m_sortKey).toCaseFolded();
@@ -366,27 +339,23 @@ void ListModel::sortNow() {
     else
         std::stable_sort(order.begin(), order.end(),
                          [&](int a, int b) { return keys[size_t(b)] < keys[size_t(a)]; });
-    if (std::is_sorted(order.begin(), order.end()))
-        return;
+    if (std::is_sorted(order.begin(), order.end())) return;
     reorder(order);
 }
 
 void ListModel::setSorted(bool on) {
     m_sorted = on;
-    if (on)
-        sortNow();
+    if (on) sortNow();
 }
 
 void ListModel::setSortKey(int column) {
     m_sortKey = qBound(0, column, qMax(0, columns() - 1));
-    if (m_sorted)
-        sortNow();
+    if (m_sorted) sortNow();
 }
 
 void ListModel::setSortOrder(int order) {
     m_sortOrder = order == 1 ? 1 : 0;
-    if (m_sorted)
-        sortNow();
+    if (m_sorted) sortNow();
 }
 
 void ListModel::setFont(const QFont& font) {
@@ -398,8 +367,7 @@ void ListModel::setFont(const QFont& font) {
 }
 
 void ListModel::setHeaderText(int column, const QString& text) {
-    if (column < 0 || column >= columns())
-        return;
+    if (column < 0 || column >= columns()) return;
     m_headers[column] = text;
     Q_EMIT headerDataChanged(Qt::Horizontal, column, column);
 }

@@ -87,8 +87,20 @@ public:
     const QFont& font() const { return m_font; }
     void setHeaderText(int column, const QString& text);
 
+    // --- the control's `Enabled` and `BackColor`, kept here for whatever shows the list
+    bool isEnabled() const { return m_enabled; }
+    void setEnabled(bool on) {
+        if (m_enabled != on) Q_EMIT enabledChanged(m_enabled = on);
+    }
+    qint64 backColor() const { return m_backColor; } // COLORREF, system colours included
+    void setBackColor(qint64 colorRef) {
+        if (m_backColor != colorRef) Q_EMIT backColorChanged(m_backColor = colorRef);
+    }
+
 Q_SIGNALS:
     void ensureVisibleRequested(int row);
+    void enabledChanged(bool on);
+    void backColorChanged(qint64 colorRef);
 
 private:
     struct CellStyle {
@@ -114,4 +126,6 @@ private:
     int m_sortOrder = 0;
     QFont m_font;
     QFont m_boldFont;
+    bool m_enabled = true;
+    qint64 m_backColor = 0x80000005LL; // the system's window colour
 };

@@ -1,6 +1,9 @@
 #include "playlists/modControls.h"
 
+#include "core/ConsoleLog.h"
+#include "core/Dialogs.h"
 #include "core/Settings.h"
+#include "core/modFiles.h"
 #include "playlists/ListModel.h"
 
 void listview_Renumber(ListModel& list) {
@@ -32,29 +35,89 @@ void listview_SelectItem(ListModel& list, int index) {
     }
 }
 
-int listview_SelectedCount(const ListModel& list) { return list.selectedCount(); }
+int listview_SelectedCount(const ListModel& list) {
+    return list.selectedCount();
+}
 
-bool listview_HasSelection(const ListModel& list) { return list.count() > 0 && list.hasSelection(); }
+bool listview_HasSelection(const ListModel& list) {
+    return list.count() > 0 && list.hasSelection();
+}
+
+namespace {
+// Case folding maps each character to one of the same length, so texts of different lengths
+// never match; testing that first spares most of the comparisons.
+bool sameText(const QString& cell, const QString& text) {
+    return cell.size() == text.size() && cell.compare(text, Qt::CaseInsensitive) == 0;
+}
+} // namespace
 
 int listview_CountMatches(const ListModel& list, const QString& text, int column) {
     int n = 0;
     for (int i = 0; i < list.count(); ++i)
-        if (list.text(i, column).compare(text, Qt::CaseInsensitive) == 0)
-            ++n;
+        if (sameText(list.text(i, column), text)) ++n;
     return n;
 }
 
 bool listview_FindText(ListModel& list, const QString& text, int column, bool select) {
     for (int i = 0; i < list.count(); ++i) {
-        if (list.text(i, column).compare(text, Qt::CaseInsensitive) == 0) {
-            if (select)
-                list.setSelected(i, true);
+        if (sameText(list.text(i, column), text)) {
+            if (select) list.setSelected(i, true);
             return true;
         }
     }
     return false;
 }
 
-void listview_Clear(ListModel& list) { list.clear(); }
+void listview_Clear(ListModel& list) {
+    list.clear();
+}
 
-int listview_SelectedIndex(const ListModel& list) { return list.selectedItem() + 1; }
+int listview_SelectedIndex(const ListModel& list) {
+    return list.selectedItem() + 1;
+}
+
+void listview_SwapRows(ListModel& list, int indexA, int indexB, bool select) {
+    const int a = indexA - 1, b = indexB - 1;
+    if (a < 0 || b < 0 || a >= list.count() || b >= list.count()) return;
+    // Only the texts trade places: colour and bold belong to the position, as the highlight of
+    // the playing row is set there before the swap.
+    if (a != b) {
+        const QStringList rowA = list.rowTexts(a);
+        list.setRowTexts(a, list.rowTexts(b));
+        list.setRowTexts(b, rowA);
+    }
+    if (select) list.setSelected(b, true);
+}
+
+void listview_RemoveSelected(ListModel& list) {
+    const int row = list.selectedItem();
+    if (row < 0) return;
+    list.removeRow(row);
+    if (list.count() == 0) return;
+    listview_SelectItem(list, qMin(row, list.count() - 1) + 1);
+}
+
+int listview_RemoveDeadEntries(ListModel& list, int column) {
+    std::vector<bool> dead(size_t(list.count()), false);
+    int removed = 0;
+    for (int i = 0; i < list.count(); ++i) {
+        if (!modFiles::file_Exists(list.text(i, column))) {
+            dead[size_t(i)] = true;
+            ++removed;
+        }
+    }
+    list.removeRows(dead);
+    const QString title = QStringLiteral("Remove Dead Filenames Information");
+    if (removed == 0) {
+        Dialogs::msgBox(QStringLiteral("No dead filenames were found within the list.\n\nNo items "
+                                       "have been removed from the list.\n"),
+                        Dialogs::vbInformation, title);
+        return 0;
+    }
+    Dialogs::msgBox(QStringLiteral("It has been detected that you had %1 dead filenames in the "
+                                   "list.\n\nThese items have been removed.\n")
+                        .arg(removed),
+                    Dialogs::vbInformation, title);
+    window_WriteLog(QStringLiteral("Dead filenames removed:  %1.").arg(removed));
+    return removed;
+}

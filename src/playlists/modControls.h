@@ -13,9 +13,12 @@ bool listview_HasSelection(const ListModel& list);
 int listview_CountMatches(const ListModel& list, const QString& text, int column);
 bool listview_FindText(ListModel& list, const QString& text, int column, bool select);
 void listview_Clear(ListModel& list);
+// Exchanges the texts of two rows; with `select`, row B is selected afterwards.
 void listview_SwapRows(ListModel& list, int indexA, int indexB, bool select);
+// Removes SelectedItem and selects the row that took its place (or the new last row).
 void listview_RemoveSelected(ListModel& list);
-// Removes rows whose file (in `column`) does not exist, and tells how many went.
-void listview_RemoveDeadEntries(ListModel& list, int column);
+// Removes rows whose file (in `column`) does not exist, tells the user how many went and returns
+// that number, so that the caller knows whether to save its list. Does not renumber.
+int listview_RemoveDeadEntries(ListModel& list, int column);
 // 1-based index of SelectedItem, 0 for none.
 int listview_SelectedIndex(const ListModel& list);

@@ -77,9 +77,10 @@ int math_RandomNumber(int maximum, int floor, bool unique, int tableSize) {
         // At second and minute zero no draw is made and the result is 0, which a unique draw
         // would take for a used slot until the clock moves on.
         if (unique && rounds == 0) rounds = 1;
+        // Only the last of the rounds counts; the earlier ones merely stirred a weak generator,
+        // which this one does not need, so one draw stands for them all.
         int result = 0;
-        for (int r = 0; r < rounds; ++r) {
-            result = 0;
+        if (rounds > 0) {
             while (result <= floor)
                 result = draw(maximum);
         }

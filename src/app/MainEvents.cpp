@@ -1,6 +1,7 @@
 #include "app/MainEvents.h"
 
 #include "app/FrmMain.h"
+#include "app/MainMenus.h"
 #include "app/WindowClose.h"
 #include "app/WindowUpdate.h"
 #include "core/Colors.h"
@@ -170,6 +171,8 @@ void MainEvents_install(FrmMain& window) {
                      [&window] { tmrWindowUpdate_Timer(window); });
     QObject::connect(window.tmrPosition(), &QTimer::timeout, &window,
                      [&window] { tmrPosition_Timer(window); });
+    // What later parts will bring stays greyed until it stands.
+    c.disableUnbuilt(MainMenus::containerNames(), MainMenus::toolbarTargets());
     // Menu help on the status bar comes from hovering, not from polling.
     for (QAction* a : c.all())
         QObject::connect(a, &QAction::hovered, &window, [a, &ctx] {

@@ -264,6 +264,26 @@ const Entry kEntries[] = {
     {"mnuAbout", "&About VELDOR...", false},
 };
 
+struct Button {
+    const char* key;
+    const char* command;
+    QStyle::StandardPixmap icon;
+};
+const Button kButtons[] = {
+    {"Previous", "mnuPrevious", QStyle::SP_MediaSkipBackward},
+    {"Play", "mnuPlay", QStyle::SP_MediaPlay},
+    {"Pause", "mnuPause", QStyle::SP_MediaPause},
+    {"Stop", "mnuStop", QStyle::SP_MediaStop},
+    {"Random", "mnuRandom", QStyle::SP_BrowserReload},
+    {"Next", "mnuNextTrack", QStyle::SP_MediaSkipForward},
+    {"NextAdvanced", "mnuNextTrackAdvanced", QStyle::SP_MediaSeekForward},
+    {nullptr, nullptr, QStyle::SP_CustomBase},
+    {"PreviousPlaylist", "mnuJumpToPreviousPlaylist", QStyle::SP_ArrowUp},
+    {"NextPlaylist", "mnuJumpToNextPlaylist", QStyle::SP_ArrowDown},
+    {nullptr, nullptr, QStyle::SP_CustomBase},
+    {"AddFiles", "mnuAddFiles", QStyle::SP_DialogOpenButton},
+};
+
 } // namespace
 
 void createCommands(Commands& commands) {
@@ -310,27 +330,8 @@ void buildMenuBar(Commands& commands, QMenuBar* bar) {
 }
 
 void buildToolbar(Commands& commands, QToolBar* toolbar) {
-    struct Button {
-        const char* key;
-        const char* command;
-        QStyle::StandardPixmap icon;
-    };
-    const Button buttons[] = {
-        {"Previous", "mnuPrevious", QStyle::SP_MediaSkipBackward},
-        {"Play", "mnuPlay", QStyle::SP_MediaPlay},
-        {"Pause", "mnuPause", QStyle::SP_MediaPause},
-        {"Stop", "mnuStop", QStyle::SP_MediaStop},
-        {"Random", "mnuRandom", QStyle::SP_BrowserReload},
-        {"Next", "mnuNextTrack", QStyle::SP_MediaSkipForward},
-        {"NextAdvanced", "mnuNextTrackAdvanced", QStyle::SP_MediaSeekForward},
-        {nullptr, nullptr, QStyle::SP_CustomBase},
-        {"PreviousPlaylist", "mnuJumpToPreviousPlaylist", QStyle::SP_ArrowUp},
-        {"NextPlaylist", "mnuJumpToNextPlaylist", QStyle::SP_ArrowDown},
-        {nullptr, nullptr, QStyle::SP_CustomBase},
-        {"AddFiles", "mnuAddFiles", QStyle::SP_DialogOpenButton},
-    };
     QStyle* style = QApplication::style();
-    for (const Button& b : buttons) {
+    for (const Button& b : kButtons) {
         if (!b.key) {
             toolbar->addSeparator();
             continue;
@@ -348,6 +349,23 @@ void buildToolbar(Commands& commands, QToolBar* toolbar) {
         });
         toolbar->addAction(button);
     }
+}
+
+QStringList containerNames() {
+    QStringList names;
+    for (const char* item : kLayout)
+        if (item[0] == '>')
+            names.append(QString::fromLatin1(item + 1).section(QLatin1Char('|'), 0, 0));
+    return names;
+}
+
+QHash<QString, QString> toolbarTargets() {
+    QHash<QString, QString> targets;
+    for (const Button& b : kButtons)
+        if (b.key)
+            targets.insert(QStringLiteral("tb") + QString::fromLatin1(b.key),
+                           QString::fromLatin1(b.command));
+    return targets;
 }
 
 void appendKeyHints(Commands& commands) {

@@ -1,4 +1,6 @@
 #pragma once
+#include <QHash>
+#include <QStringList>
 
 class Commands;
 class QMenuBar;
@@ -11,6 +13,10 @@ namespace MainMenus {
 void createCommands(Commands& commands);
 void buildMenuBar(Commands& commands, QMenuBar* bar);
 void buildToolbar(Commands& commands, QToolBar* toolbar);
+// Names of the sub-menus (commands that only hold other commands).
+QStringList containerNames();
+// Toolbar buttons and the commands they forward to.
+QHash<QString, QString> toolbarTargets();
 // Key hints behind a tab in the captions.
 void appendKeyHints(Commands& commands);
 

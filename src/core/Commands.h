@@ -2,6 +2,7 @@
 #include <QAction>
 #include <QHash>
 #include <QObject>
+#include <QSet>
 #include <functional>
 
 // The program's commands: one QAction per menu entry, named as the menu (objectName "mnuSave").
@@ -30,7 +31,13 @@ public:
     bool isChecked(const QString& name) { return action(name)->isChecked(); }
     void setChecked(const QString& name, bool on);
     bool isEnabled(const QString& name) { return action(name)->isEnabled(); }
-    void setEnabled(const QString& name, bool on) { action(name)->setEnabled(on); }
+    // An entry whose command is not built yet stays disabled whatever the enabling rules say.
+    void setEnabled(const QString& name, bool on) {
+        action(name)->setEnabled(on && !m_unavailable.contains(name));
+    }
+    // Disables every entry that has no handler (sub-menus and separators excepted), and the
+    // entries listed in `forwarders` whose target has none (toolbar buttons: name -> target).
+    void disableUnbuilt(const QStringList& containers, const QHash<QString, QString>& forwarders);
     void setVisible(const QString& name, bool on) { action(name)->setVisible(on); }
     QString caption(const QString& name) { return action(name)->text(); }
     void setCaption(const QString& name, const QString& text) { action(name)->setText(text); }
@@ -38,4 +45,5 @@ public:
 private:
     QHash<QString, QAction*> m_actions;
     QHash<QString, std::function<void()>> m_handlers;
+    QSet<QString> m_unavailable;
 };

@@ -1,10 +1,11 @@
 #include "core/IniFile.h"
 #include "core/Settings.h"
+#include "core/SettingsCatalogue.h"
 #include "support/TempHome.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRandomGenerator>
+#include <QSet>
 
 #include <gtest/gtest.h>
 
@@ -171,14 +172,11 @@ TEST_F(SettingsStore, HugeFileIsReadAndWritten) {
         big += filler;
     big += "[Last]\r\nKey=end\r\n";
     setFile(big);
-    QElapsedTimer timer;
-    timer.start();
     EXPECT_EQ(read("IntroductionRate"), "30");
     EXPECT_EQ(settings_Read("Last", "Key", ""), "end");
     settings_Write("Last", "Key", "changed");
     EXPECT_EQ(settings_Read("Last", "Key", ""), "changed");
     EXPECT_EQ(file().size(), big.size() + 4);
-    EXPECT_LT(timer.elapsed(), 60000);
 }
 
 TEST_F(SettingsStore, ReadOnlyFileLosesWritesSilently) {
@@ -207,4 +205,24 @@ TEST(IniFileText, ApplyWriteAddsKeysAtTheEndOfTheirSection) {
     EXPECT_EQ(IniFile::applyWrite("", "S", "k", "v"), "[S]\r\nk=v\r\n");
     // A line break in a value would make a second key; it never reaches the file.
     EXPECT_EQ(IniFile::applyWrite("", "S", "k", "a\r\nb=c"), "[S]\r\nk=a  b=c\r\n");
+}
+
+TEST(SettingsCatalogue, EveryKeyHasOneDefaultFoundBlindToCase) {
+    QSet<QString> seen;
+    for (const auto& [section, key] : settings_CatalogueKeys()) {
+        const QString id = section.toLower() + '/' + key.toLower();
+        EXPECT_FALSE(seen.contains(id)) << id.toStdString() << " listed twice";
+        seen.insert(id);
+    }
+    EXPECT_EQ(settings_Default("settings", "usesystemtraysupport"), "1");
+    EXPECT_EQ(settings_Default("Appearance", "FontColour").toLongLong(), 0x80000008LL);
+    EXPECT_EQ(settings_Default("RecentPlaylists", "Filename1"), "");
+}
+
+TEST(SettingsCatalogue, AReadTakesTheCatalogueDefaultButAnEmptyEntryStaysEmpty) {
+    TempHome home;
+    EXPECT_TRUE(settings_IsOn("Settings", "UseSystemTraySupport"));
+    TempHome::writeFile(home.settingsFile(), "[Settings]\r\nUseSystemTraySupport=\r\n");
+    EXPECT_FALSE(settings_IsOn("Settings", "UseSystemTraySupport"));
+    EXPECT_EQ(settings_Get("Settings", "IntroductionRate"), "30");
 }

@@ -9,6 +9,7 @@
 #include "core/ConsoleLog.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "core/SettingsCatalogue.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
@@ -30,49 +31,39 @@ const QString kSettings = QStringLiteral("Settings");
 struct MenuState {
     const char* key;
     const char* menu;
-    const char* def;
 };
 const MenuState kMenuStates[] = {
-    {"AlwaysOnTop", "mnuAlwaysOnTop", "0"},
-    {"DisableGlobalHotkeys", "mnuWindowsDisableGlobalHotkeys", "0"},
-    {"HideInTheTaskManager", "mnuHideInTheTaskManager", "0"},
-    {"KeysUseAsArtistFindingKeys", "mnuKeysUseAsArtistFindingKeys", "0"},
-    {"KeysUseAsShortcuts", "mnuKeysUseAsShortcuts", "1"},
-    {"MessengerShowSongsBeingPlayed", "mnuMessengerShowSongsBeingPlayed", "0"},
-    {"ShowFilenamesColumn", "mnuShowFilenamesColumn", "1"},
-    {"ShowPlaylistHeaders", "mnuShowPlaylistHeaders", "0"},
-    {"ShowStatusBar", "mnuShowStatusBar", "1"},
-    {"ShowTimeElapsed", "mnuShowTimeElapsed", "1"},
-    {"ShowTimeRemaining", "mnuShowTimeRemaining", "0"},
-    {"ShowToolbar", "mnuShowToolbar", "1"},
-    {"TagsShowTagsAsFilesAreAdded", "mnuTagsShowTagsAsFilesAreAdded", "1"},
-    {"TagsShowTagsAsFilesArePlayed", "mnuTagsShowTagsAsFilesArePlayed", "0"},
-    {"UseID3v2Tags", "mnuTagsUseID3v2Tags", "0"},
+    {"AlwaysOnTop", "mnuAlwaysOnTop"},
+    {"DisableGlobalHotkeys", "mnuWindowsDisableGlobalHotkeys"},
+    {"HideInTheTaskManager", "mnuHideInTheTaskManager"},
+    {"KeysUseAsArtistFindingKeys", "mnuKeysUseAsArtistFindingKeys"},
+    {"KeysUseAsShortcuts", "mnuKeysUseAsShortcuts"},
+    {"MessengerShowSongsBeingPlayed", "mnuMessengerShowSongsBeingPlayed"},
+    {"ShowFilenamesColumn", "mnuShowFilenamesColumn"},
+    {"ShowPlaylistHeaders", "mnuShowPlaylistHeaders"},
+    {"ShowStatusBar", "mnuShowStatusBar"},
+    {"ShowTimeElapsed", "mnuShowTimeElapsed"},
+    {"ShowTimeRemaining", "mnuShowTimeRemaining"},
+    {"ShowToolbar", "mnuShowToolbar"},
+    {"TagsShowTagsAsFilesAreAdded", "mnuTagsShowTagsAsFilesAreAdded"},
+    {"TagsShowTagsAsFilesArePlayed", "mnuTagsShowTagsAsFilesArePlayed"},
+    {"UseID3v2Tags", "mnuTagsUseID3v2Tags"},
 };
 
 // Exclusive groups: the first key holding 1 wins and the rest are not read.
 struct Group {
     const char* section;
-    QList<std::pair<const char*, const char*>> keys; // key, default
+    QList<const char*> keys;
 };
 const Group kGroups[] = {
     {"Playback",
-     {{"PlayingShuffleByArtist", "0"},
-      {"PlayingShuffleByAlbum", "0"},
-      {"PlayingShuffleByYear", "0"},
-      {"PlayingIntroduction", "0"},
-      {"PlayingRepeat", "0"},
-      {"PlayingRepeatOnce", "0"},
-      {"PlayingStopAfterEnding", "0"},
-      {"PlayingPickRandomSongs", "0"},
-      {"PlayingGoThroughPlaylistNormally", "1"}}},
+     {"PlayingShuffleByArtist", "PlayingShuffleByAlbum", "PlayingShuffleByYear",
+      "PlayingIntroduction", "PlayingRepeat", "PlayingRepeatOnce", "PlayingStopAfterEnding",
+      "PlayingPickRandomSongs", "PlayingGoThroughPlaylistNormally"}},
     {"Playback",
-     {{"PlaylistRepeat", "0"},
-      {"PlaylistRepeatOnce", "0"},
-      {"PlaylistStopAfterEnding", "1"},
-      {"PlaylistPickRandomAfterEnding", "0"},
-      {"PlaylistSwitchToNext", "0"}}},
-    {"PlayMode", {{"WorkForwardThroughList", "1"}, {"WorkBackwardsThroughPlaylist", "0"}}},
+     {"PlaylistRepeat", "PlaylistRepeatOnce", "PlaylistStopAfterEnding",
+      "PlaylistPickRandomAfterEnding", "PlaylistSwitchToNext"}},
+    {"PlayMode", {"WorkForwardThroughList", "WorkBackwardsThroughPlaylist"}},
 };
 
 const char* const kColumnKeys[] = {"Number", "Artist", "Title", "Year", "Status", "Length"};
@@ -90,8 +81,7 @@ void turnOn(Commands& c, const QString& menu) {
 void window_RestoreMenuStates(FrmMain& window) {
     Commands& c = window.ctx().commands();
     for (const MenuState& s : kMenuStates) {
-        if (!settings_IsOn(kSettings, QString::fromLatin1(s.key), QString::fromLatin1(s.def)))
-            continue;
+        if (!settings_IsOn(kSettings, QString::fromLatin1(s.key))) continue;
         const QString menu = QString::fromLatin1(s.menu);
         if (menu == QLatin1String("mnuAlwaysOnTop")) {
             c.setChecked(menu, true);
@@ -102,9 +92,8 @@ void window_RestoreMenuStates(FrmMain& window) {
     }
     window_RestoreLock(window.ctx());
     for (const Group& g : kGroups) {
-        for (const auto& [key, def] : g.keys) {
-            if (settings_IsOn(QString::fromLatin1(g.section), QString::fromLatin1(key),
-                              QString::fromLatin1(def))) {
+        for (const char* key : g.keys) {
+            if (settings_IsOn(QString::fromLatin1(g.section), QString::fromLatin1(key))) {
                 // "PlayingRepeat" is the key of mnuPlayingRepeat, and so on.
                 c.setChecked(QStringLiteral("mnu") + QString::fromLatin1(key), true);
                 break;

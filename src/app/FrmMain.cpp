@@ -5,6 +5,7 @@
 #include "core/Commands.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "core/SettingsCatalogue.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
 #include "system/modWindows.h"
@@ -182,6 +183,29 @@ void FrmMain::setColumnWidthsTwips(const QList<int>& twips) {
         m_setTwips.append(qMax(0, twips[i]));
         m_setPixels.append(m_list->columnWidth(i));
     }
+}
+
+namespace {
+const QString kColumnSection = QStringLiteral("ColumnHeaders_MainWindow");
+const char* const kColumnKeys[] = {"Number", "Artist", "Title", "Year", "Status", "Length"};
+} // namespace
+
+void FrmMain::restoreColumnWidths() {
+    QList<int> widths;
+    for (const char* key : kColumnKeys) {
+        const QString k = QString::fromLatin1(key);
+        bool ok = false;
+        const double w =
+            settings_Number(kColumnSection, k, settings_Default(kColumnSection, k), &ok);
+        widths.append(ok ? int(w) : settings_Default(kColumnSection, k).toInt());
+    }
+    setColumnWidthsTwips(widths);
+}
+
+void FrmMain::saveColumnWidths() const {
+    const QList<int> widths = columnWidthsTwips();
+    for (int i = 0; i < 6; ++i)
+        settings_Write(kColumnSection, QString::fromLatin1(kColumnKeys[i]), widths.value(i));
 }
 
 void FrmMain::Form_Resize() {

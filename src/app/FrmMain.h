@@ -32,6 +32,9 @@ public:
     // Column widths in twips, the six that are kept in settings.
     QList<int> columnWidthsTwips() const;
     void setColumnWidthsTwips(const QList<int>& twips);
+    // The six widths from and to "ColumnHeaders_MainWindow"; a nonsense key keeps its default.
+    void restoreColumnWidths();
+    void saveColumnWidths() const;
     void applyAppearance();
     // The command line that started this run, as one text.
     QString Command;

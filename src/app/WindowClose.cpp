@@ -16,7 +16,6 @@
 #include <QTimer>
 
 namespace {
-const char* const kColumnKeys[] = {"Number", "Artist", "Title", "Year", "Status", "Length"};
 
 // The small exit window of the classic program never needs to be seen here: two ticks of its
 // timer are what is kept. Tick 1 takes the tray icon away, tick 2 ends the process.
@@ -36,6 +35,13 @@ void startExitTicks(FrmMain& window) {
         }
     });
     timer->start();
+}
+// A tray icon the user can click to come back.
+bool trayIconShown() {
+    const auto icons = qApp->findChildren<QSystemTrayIcon*>();
+    return QSystemTrayIcon::isSystemTrayAvailable() &&
+           std::any_of(icons.begin(), icons.end(),
+                       [](QSystemTrayIcon* i) { return i->isVisible(); });
 }
 } // namespace
 
@@ -59,10 +65,7 @@ void window_SaveSettingsOnClose(FrmMain& window) {
     settings_Write(QStringLiteral("Sound"), QStringLiteral("Volume"), window.sldVolume()->value());
     settings_Write(QStringLiteral("Sound"), QStringLiteral("Balance"),
                    window.sldBalance()->value());
-    const QList<int> widths = window.columnWidthsTwips();
-    for (int i = 0; i < 6; ++i)
-        settings_Write(QStringLiteral("ColumnHeaders_MainWindow"),
-                       QString::fromLatin1(kColumnKeys[i]), widths.value(i));
+    window.saveColumnWidths();
     // The selected row is stored, not the playing one.
     if (list.count() > 0 && list.selectedItem() >= 0)
         settings_Write(QStringLiteral("Playback"), QStringLiteral("LastPlayed"),
@@ -84,10 +87,7 @@ void mnuExit_Click(FrmMain& window) {
 
 void window_MinimizeToTray(FrmMain& window) {
     // The tray icon is the tray's own business; without one, hiding would strand the user.
-    const auto icons = qApp->findChildren<QSystemTrayIcon*>();
-    const bool trayShown =
-        std::any_of(icons.begin(), icons.end(), [](QSystemTrayIcon* i) { return i->isVisible(); });
-    if (trayShown && QSystemTrayIcon::isSystemTrayAvailable())
+    if (trayIconShown())
         window.hide();
     else if (window.isVisible())
         window.showMinimized();
@@ -97,13 +97,10 @@ bool Form_QueryUnload(FrmMain& window, int unloadMode) {
     MainContext& ctx = window.ctx();
     switch (unloadMode) {
     case 0: {
-        const auto icons = qApp->findChildren<QSystemTrayIcon*>();
         const bool tray =
             settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseSystemTraySupport"),
                           QStringLiteral("1")) &&
-            QSystemTrayIcon::isSystemTrayAvailable() &&
-            std::any_of(icons.begin(), icons.end(),
-                        [](QSystemTrayIcon* i) { return i->isVisible(); });
+            trayIconShown();
         if (tray) {
             window_MinimizeToTray(window);
         } else {

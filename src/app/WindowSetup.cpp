@@ -66,9 +66,6 @@ const Group kGroups[] = {
     {"PlayMode", {"WorkForwardThroughList", "WorkBackwardsThroughPlaylist"}},
 };
 
-const char* const kColumnKeys[] = {"Number", "Artist", "Title", "Year", "Status", "Length"};
-const char* const kColumnDefaults[] = {"800", "3000", "3000", "1000", "1000", "1000"};
-
 // A menu whose click handler stands is clicked; otherwise only its mark is set.
 void turnOn(Commands& c, const QString& menu) {
     if (c.hasHandler(menu) && !c.isChecked(menu))
@@ -134,15 +131,7 @@ void window_Setup(FrmMain& window) {
     playlist_LoadDefault(ctx);
 
     // 11. Column widths.
-    QList<int> widths;
-    for (int i = 0; i < 6; ++i) {
-        bool ok = false;
-        const double w = settings_Number(QStringLiteral("ColumnHeaders_MainWindow"),
-                                         QString::fromLatin1(kColumnKeys[i]),
-                                         QString::fromLatin1(kColumnDefaults[i]), &ok);
-        widths.append(ok ? int(w) : QString::fromLatin1(kColumnDefaults[i]).toInt());
-    }
-    window.setColumnWidthsTwips(widths);
+    window.restoreColumnWidths();
     window.Form_Resize();
 
     // 12. The playlist in use at the last exit.

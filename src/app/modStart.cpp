@@ -8,17 +8,13 @@
 #include "core/CommandLine.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
-#include "core/IniFile.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
-#include "core/modFiles.h"
 #include "playback/Player.h"
 #include "playback/SoundCheck.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
-#include "playlists/PlaylistRows.h"
-#include "ui/ListView.h"
 
 #include <QApplication>
 #include <QDateTime>

@@ -10,6 +10,7 @@
 #include "playlists/PlaylistCombo.h"
 #include "system/modWindows.h"
 #include "ui/ListView.h"
+#include "ui/SliderBinding.h"
 
 #include <QCloseEvent>
 #include <QComboBox>
@@ -81,6 +82,8 @@ void FrmMain::buildWidgets() {
     row->addSpacing(6);
     row->addWidget(balLabel);
     row->addWidget(m_balance);
+    ui_BindSlider(m_volume, m_ctx.sldVolume(), false);
+    ui_BindSlider(m_balance, m_ctx.sldBalance(), false);
     sliders->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
     m_toolbar->addWidget(sliders);
     addToolBar(Qt::TopToolBarArea, m_toolbar);

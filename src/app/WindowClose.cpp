@@ -4,6 +4,7 @@
 #include "core/Commands.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "core/SliderModel.h"
 #include "playlists/ListFiles.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
@@ -11,7 +12,6 @@
 #include "ui/ListView.h"
 
 #include <QApplication>
-#include <QSlider>
 #include <QSystemTrayIcon>
 #include <QTimer>
 
@@ -62,9 +62,10 @@ void window_SaveSettingsOnClose(FrmMain& window) {
     const double size = list.font().pointSizeF();
     settings_Write(QStringLiteral("Appearance"), QStringLiteral("Fontsize"),
                    size == int(size) ? QString::number(int(size)) : QString::number(size));
-    settings_Write(QStringLiteral("Sound"), QStringLiteral("Volume"), window.sldVolume()->value());
+    settings_Write(QStringLiteral("Sound"), QStringLiteral("Volume"),
+                   window.ctx().sldVolume().value());
     settings_Write(QStringLiteral("Sound"), QStringLiteral("Balance"),
-                   window.sldBalance()->value());
+                   window.ctx().sldBalance().value());
     window.saveColumnWidths();
     // The selected row is stored, not the playing one.
     if (list.count() > 0 && list.selectedItem() >= 0)

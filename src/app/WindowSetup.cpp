@@ -10,6 +10,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SettingsCatalogue.h"
+#include "core/SliderModel.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
@@ -174,8 +175,8 @@ void window_Setup(FrmMain& window) {
                                           QStringLiteral("50")),
                           100.0));
     };
-    window.sldVolume()->setValue(level("Volume"));
-    window.sldBalance()->setValue(level("Balance"));
+    ctx.sldVolume().setValue(level("Volume"));
+    ctx.sldBalance().setValue(level("Balance"));
 
     // 21. The command line, or music on start-up.
     if (!window.Command.isEmpty()) {

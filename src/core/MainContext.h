@@ -6,6 +6,8 @@
 class Commands;
 class ListModel;
 class PlaylistCombo;
+class SliderModel;
+class wmpPlayer;
 
 // What the main window shares with every subsystem: its public variables, its commands, the
 // playlist rows and the playlist combo. Subsystems take it by reference, so a test builds one
@@ -19,6 +21,16 @@ public:
     Commands& commands() { return *m_commands; }
     ListModel& lstvPlaylist() { return *m_playlist; }
     PlaylistCombo& cmbPlaylists() { return *m_combo; }
+
+    // The media control. Until the engine is attached it is an engine that plays nothing.
+    wmpPlayer& player() { return *m_player; }
+    // The context does not own `player`; nullptr returns to the built-in one.
+    void setPlayer(wmpPlayer* player);
+
+    // The main window's sliders as values: position in seconds, volume and balance 0 to 100.
+    SliderModel& sldPosition() { return *m_position; }
+    SliderModel& sldVolume() { return *m_volume; }
+    SliderModel& sldBalance() { return *m_balance; }
 
     // --- public variables of the main window
     bool ApplicationActive = false;
@@ -44,13 +56,14 @@ public:
     struct Details {
         QString Artist, Title, Filename;
     } PlayingDetails;
-    // The file the media engine has loaded; empty when none.
-    QString LoadedMediaFile;
+    // What the tray icon's tip says; kept up to date even while there is no tray.
+    QString TrayTip;
 
     bool playerActive() const { return TransportState == 0 || TransportState == 2; }
 
     // --- the status bar's first panel and the hourglass
     void setStatusText(const QString& text);
+    void setTrayTip(const QString& text);
     QString statusText() const { return m_status; }
     // Hourglass, PlaylistBusy and a progress line for a long row operation.
     void beginBusy(const QString& statusText);
@@ -65,6 +78,29 @@ public:
     std::function<void()> mediaLibrary_RefreshRecent;
     std::function<void()> window_CloseAll;
     std::function<void()> focusPlaylist;
+    // Track advance.
+    std::function<void()> player_NextTrack;
+    std::function<void(const QString&)> window_AddRandomFilename;
+    // Display refresh by hand.
+    std::function<void()> tmrWindowUpdate_Timer;
+    std::function<void()> tmrPosition_Timer;
+    // Song alert and lyrics windows.
+    std::function<void()> player_ShowPlaying;
+    std::function<void()> player_ClosePlaying;
+    std::function<void(const QString&)> lyrics_OpenFile;
+    std::function<void()> lyrics_Close;
+    std::function<bool()> lyrics_IsOpened;
+    // Video window.
+    std::function<void()> video_Open;
+    std::function<void()> video_Close;
+    std::function<bool()> video_IsOpened;
+    // Sound: the slider scales (0 to 100) onto the engine; the stored volume of a song at its
+    // start (the name lower-cased).
+    std::function<void(int)> player_Volume;
+    std::function<void(int)> player_Balance;
+    std::function<void(const QString&)> volumes_ApplyStored;
+    // Play counts: artist, title, filename.
+    std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
 
     void call(const std::function<void()>& f) {
         if (f) f();
@@ -73,10 +109,19 @@ public:
 Q_SIGNALS:
     void statusTextChanged(const QString& text);
     void busyChanged(bool busy);
+    void trayTipChanged(const QString& text);
+    // The medium of whichever control is attached played to its end.
+    void endOfStream();
 
 private:
     Commands* m_commands;
     ListModel* m_playlist;
     PlaylistCombo* m_combo;
+    wmpPlayer* m_builtinPlayer;
+    wmpPlayer* m_player;
+    QMetaObject::Connection m_endConnection;
+    SliderModel* m_position;
+    SliderModel* m_volume;
+    SliderModel* m_balance;
     QString m_status;
 };

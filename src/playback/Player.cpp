@@ -4,13 +4,15 @@
 #include "core/Commands.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "playback/wmpPlayer.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistRows.h"
 
 void player_Stop(MainContext& ctx) {
     ctx.TransportState = 1;
     ctx.PlayerPaused = false;
-    ctx.LoadedMediaFile.clear();
+    ctx.player().Stop();
+    ctx.player().setFileName(QStringLiteral("1"));
     playlist_UpdatePlaylist(ctx, 0);
     if (ctx.PlayNextRowIndex > 0) {
         const qint64 colour =

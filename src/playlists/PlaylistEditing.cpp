@@ -7,6 +7,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/modFiles.h"
+#include "playback/wmpPlayer.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/modControls.h"
@@ -236,7 +237,7 @@ void mnuRemovePhysicallyDeleteSelected_Click(MainContext& ctx) {
                         Dialogs::vbExclamation, errorTitle);
         return;
     }
-    const QString loaded = ctx.LoadedMediaFile.toLower();
+    const QString loaded = ctx.player().FileName().toLower();
     if (path.toLower() == loaded) {
         Dialogs::msgBox(QStringLiteral("The filename that you have selected from the list is being "
                                        "used by %1.\n\nThis function will not continue.\n")

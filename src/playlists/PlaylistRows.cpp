@@ -62,6 +62,10 @@ void fillFromTags(MainContext& ctx, PlaylistTagReader& reader, int row, const QS
 
 } // namespace
 
+PlaylistTagReader* playlist_TagReader() {
+    return tagReader().get();
+}
+
 void playlist_SetTagReader(std::shared_ptr<PlaylistTagReader> reader) {
     tagReader() = std::move(reader);
 }

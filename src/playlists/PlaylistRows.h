@@ -29,6 +29,8 @@ public:
 };
 // nullptr removes the reader.
 void playlist_SetTagReader(std::shared_ptr<PlaylistTagReader> reader);
+// The installed reader, or nullptr.
+PlaylistTagReader* playlist_TagReader();
 
 // Appends one row: no duplicate check, no file test, not numbered.
 void playlist_AddSong(MainContext& ctx, const QString& artist, const QString& title,

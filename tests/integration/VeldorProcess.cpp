@@ -91,6 +91,7 @@ unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
 }
 
 bool VeldorProcess::waitForExit(int timeoutMs) {
+    if (m_process.state() == QProcess::NotRunning) return true;
     return m_process.waitForFinished(timeoutMs);
 }
 
@@ -104,7 +105,17 @@ void VeldorProcess::exitThroughMenu() {
 }
 
 void VeldorProcess::requestClose() {
-    sendDeleteWindow(m_window);
+    // Start-up may still swap the native window (window flags), so ask again on the window that
+    // is current until the process answers.
+    for (int attempt = 0; attempt < 5 && running(); ++attempt) {
+        const QString ids =
+            run(QStringLiteral("xdotool"),
+                {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
+                 QString::number(pid()), QStringLiteral("--name"), QStringLiteral("^VELDOR$")});
+        if (!ids.isEmpty()) m_window = ids.split('\n').constFirst().toULong();
+        sendDeleteWindow(m_window);
+        if (m_process.waitForFinished(3000)) return;
+    }
 }
 
 int VeldorProcess::runSecondCopy(const QStringList& arguments, int timeoutMs) {

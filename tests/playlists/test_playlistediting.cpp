@@ -2,6 +2,7 @@
 
 #include "core/Colors.h"
 #include "core/Settings.h"
+#include "playback/wmpPlayer.h"
 #include "playlists/PlaylistCombo.h"
 
 #include <QDir>
@@ -285,7 +286,7 @@ protected:
 
 TEST_F(PhysicalDeleteTest, ConfirmedFilesGoToTheTrashButNotTheLoadedOne) {
     const QString a = file(1), b = file(2), c = file(3);
-    ctx.LoadedMediaFile = c.toUpper(); // compared blind to case
+    ctx.player().setFileName(c.toUpper()); // compared blind to case
     ctx.PlayingRowIndex = 3;
     select({3, 2, 1}); // SelectedItem is row 1
     dialogs.answer("yes");
@@ -303,7 +304,7 @@ TEST_F(PhysicalDeleteTest, ConfirmedFilesGoToTheTrashButNotTheLoadedOne) {
     EXPECT_TRUE(log().contains(a + " was physically deleted from playlist.\r\n"));
 
     settings_Write("Settings", "SendMediaFilesToRecycleBin", "0");
-    ctx.LoadedMediaFile.clear();
+    ctx.player().setFileName(QStringLiteral("1"));
     select({1});
     dialogs.answer("yes");
     mnuRemovePhysicallyDeleteSelected_Click(ctx);
@@ -316,7 +317,7 @@ TEST_F(PhysicalDeleteTest, RefusalsAndANoKeepEverything) {
     mnuRemovePhysicallyDeleteSelected_Click(ctx); // nothing selected
     EXPECT_EQ(lastAsked().title, "Physically Delete File Error");
     select({1});
-    ctx.LoadedMediaFile = file(1);
+    ctx.player().setFileName(file(1));
     mnuRemovePhysicallyDeleteSelected_Click(ctx);
     EXPECT_EQ(lastAsked().text, "The filename that you have selected from the list is being used "
                                 "by VELDOR.\n\nThis function will not continue.\n");

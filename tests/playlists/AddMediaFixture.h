@@ -14,8 +14,8 @@
 #include <QAction>
 #include <QDir>
 #include <QFileInfo>
-#include <QThread>
 #include <QTest>
+#include <QThread>
 #include <atomic>
 #include <gtest/gtest.h>
 

@@ -18,8 +18,8 @@ using namespace PlaylistColumn;
 
 namespace {
 struct DropView : ListView {
-    using ListView::ListView;
     using ListView::dropEvent;
+    using ListView::ListView;
 };
 
 QString nulJoin(const QStringList& parts) {
@@ -193,8 +193,8 @@ TEST_F(AddMediaFixture, AwkwardFoldersEndWithoutHangingOrWritingOutside) {
     dialogs.answer(top);
     click("mnuAddDirectory");
     ASSERT_TRUE(waitForAdd(30000));
-    QFile::setPermissions(locked, QFileDevice::ReadOwner | QFileDevice::WriteOwner |
-                                      QFileDevice::ExeOwner);
+    QFile::setPermissions(locked,
+                          QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
     ::unlink(raw.constData()); // a name that does not decode cannot be removed by its text
     const QStringList got = names();
     EXPECT_TRUE(got.contains(QStringLiteral("a.mp3")));
@@ -216,7 +216,8 @@ TEST_F(AddMediaFixture, AddPlaylistAppendsAndIsRemembered) {
     ctx.recentPlaylists_Add = [&recent](const QString& p) { recent << p; };
     fillRows(2);
     const QString spp = home.file(QStringLiteral("Playlists/x.spp"));
-    TempHome::writeFile(spp, "\"\"\r\n\"Ar\"\r\n\"Ti\"\r\n\"\"\r\n\"Play\"\r\n\"\"\r\n\"/m/z.mp3\"\r\n");
+    TempHome::writeFile(spp,
+                        "\"\"\r\n\"Ar\"\r\n\"Ti\"\r\n\"\"\r\n\"Play\"\r\n\"\"\r\n\"/m/z.mp3\"\r\n");
     dialogs.answer(spp);
     click("mnuAddPlaylist");
     ASSERT_EQ(list().count(), 3);

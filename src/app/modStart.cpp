@@ -13,6 +13,7 @@
 #include "core/SingleInstance.h"
 #include "playback/Player.h"
 #include "playback/SoundCheck.h"
+#include "playlists/AddMedia.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 
@@ -111,6 +112,8 @@ int Sub_Main(int argc, char** argv) {
     Player_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
+    AddMedia_install(ctx);
+    AddMedia_connectView(ctx, window.lstvPlaylist());
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

@@ -11,10 +11,13 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "playback/PlayNext.h"
 #include "playback/Player.h"
+#include "playback/Sound.h"
 #include "playback/SoundCheck.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "stats/Tracking.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -109,6 +112,9 @@ int Sub_Main(int argc, char** argv) {
     Dialogs::setParentWindow(&window);
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
+    Sound_install(ctx);
+    PlayNext_install(ctx);
+    Tracking_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     MainEvents_install(window);

@@ -92,7 +92,9 @@ int findFile(const ListModel& list, int column, const QString& filename) {
     const QString wanted = filename.toLower();
     const int rows = list.count();
     for (int i = 0; i < rows; ++i) {
-        if (list.text(i, column).toLower() == wanted) return i;
+        // The case-blind compare allocates nothing; the lower-cased one has the last word.
+        const QString& cell = list.text(i, column);
+        if (cell.compare(wanted, Qt::CaseInsensitive) == 0 && cell.toLower() == wanted) return i;
     }
     return -1;
 }

@@ -11,11 +11,14 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "playback/PlayNext.h"
 #include "playback/Player.h"
+#include "playback/Sound.h"
 #include "playback/SoundCheck.h"
 #include "playlists/AddMedia.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "stats/Tracking.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -110,6 +113,9 @@ int Sub_Main(int argc, char** argv) {
     Dialogs::setParentWindow(&window);
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
+    Sound_install(ctx);
+    PlayNext_install(ctx);
+    Tracking_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     AddMedia_install(ctx);

@@ -15,6 +15,7 @@
 #include "playback/SoundCheck.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "tags/TagsInstall.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -111,6 +112,7 @@ int Sub_Main(int argc, char** argv) {
     Player_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
+    Tags_install(ctx);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

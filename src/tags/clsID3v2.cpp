@@ -31,7 +31,15 @@ void readZeroFilled(TagFile& file, qint64 offset, uint8_t* dst, int count) {
 }
 
 QString key(const QString& frame, int n) {
-    return frame + QLatin1Char(':') + QString::number(n);
+    QString k;
+    k.reserve(frame.size() + 6);
+    k += frame;
+    k += QLatin1Char(':');
+    if (n >= 1 && n <= 9)
+        k += QLatin1Char(char('0' + n));
+    else
+        k += QString::number(n);
+    return k;
 }
 
 QString errorSource() {
@@ -187,26 +195,28 @@ QString clsID3v2::MapFrameV2(const QByteArray& id) {
 }
 
 QString clsID3v2::RemoveNulls(const QByteArray& data) {
-    QString out;
-    out.reserve(data.size());
+    QByteArray kept;
+    kept.reserve(data.size());
     for (char c : data)
-        if (c != 0) out.append(QLatin1Char(c));
-    return out;
+        if (c != 0) kept.append(c);
+    return QString::fromLatin1(kept);
 }
 
 void clsID3v2::StoreFrame(const QString& frame, const QByteArray& data) {
     Value v;
-    v.text = RemoveNulls(data);
     // The text holds the frame exactly when the data is one encoding NUL and then the text.
-    const bool plain = !data.isEmpty() && data.at(0) == 0 && data.count('\0') == 1;
+    const bool plain = !data.isEmpty() && data.at(0) == 0 &&
+                       !memchr(data.constData() + 1, 0, size_t(data.size() - 1));
+    v.text = plain ? QString::fromLatin1(data.constData() + 1, data.size() - 1) : RemoveNulls(data);
     if (!plain) {
         v.raw = data;
         v.keepRaw = true;
     }
     const QString text = v.text;
     addValue(frame, std::move(v));
+    if (frame.size() != 4) return;
     for (const Prop& p : props()) {
-        if (frame != QLatin1String(p.frame)) continue;
+        if (frame != QLatin1String(p.frame, 4)) continue;
         QString& field = this->*(p.field);
         if (p.field == &clsID3v2::m_comment && !field.isEmpty())
             field += QString(QChar(0)) + QStringLiteral("\r\n") + text;

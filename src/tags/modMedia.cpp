@@ -13,7 +13,24 @@ QString strNumber(qint64 v) {
 }
 
 // Text to number as the conversions here do: blanks around are accepted, anything else fails.
+// The texts here are nearly always whole numbers, which are read without the general parser.
 std::optional<double> toNumber(const QString& text) {
+    qsizetype b = 0, e = text.size();
+    while (b < e && text.at(b) == QLatin1Char(' '))
+        ++b;
+    while (e > b && text.at(e - 1) == QLatin1Char(' '))
+        --e;
+    const bool negative = b < e && text.at(b) == QLatin1Char('-');
+    qsizetype i = negative ? b + 1 : b;
+    if (i < e && e - i <= 15) {
+        qint64 v = 0;
+        for (; i < e; ++i) {
+            const char16_t c = text.at(i).unicode();
+            if (c < u'0' || c > u'9') break;
+            v = v * 10 + (c - u'0');
+        }
+        if (i == e) return double(negative ? -v : v);
+    }
     bool ok = false;
     const double v = text.trimmed().toDouble(&ok);
     if (!ok) return std::nullopt;
@@ -50,6 +67,10 @@ const char* const kBitrateRows = "032,032,032,032,008,008,"
                                  "416,320,256,224,144,144,"
                                  "448,384,320,256,160,160,";
 
+inline std::array<uint8_t, 2> shiftNibble(uint8_t c1, uint8_t c2, uint8_t c3) {
+    return {uint8_t((c1 & 15) * 16 + (c2 & 240) / 16), uint8_t((c2 & 15) * 16 + (c3 & 240) / 16)};
+}
+
 } // namespace
 
 MP3InfoState& media_MP3State() {
@@ -74,7 +95,7 @@ void media_InitBitrateTable() {
 }
 
 std::array<uint8_t, 2> media_ShiftNibble(uint8_t c1, uint8_t c2, uint8_t c3) {
-    return {uint8_t((c1 & 15) * 16 + (c2 & 240) / 16), uint8_t((c2 & 15) * 16 + (c3 & 240) / 16)};
+    return shiftNibble(c1, c2, c3);
 }
 
 void media_ReadMP3Info(const QString& filename) {
@@ -85,7 +106,8 @@ void media_ReadMP3Info(const QString& filename) {
 
 void media_ReadMP3Info(TagFile& file, bool opened) {
     MP3InfoState& s = media_MP3State();
-    media_InitBitrateTable();
+    // The table's values never change: filled on the first call only.
+    if (s.MP3BitrateTable[7][1] == 0) media_InitBitrateTable();
 
     // One read of exactly 4096 bytes: a shorter file gives no buffer at all. Three zero bytes
     // behind it stand for what lies past its end.
@@ -99,20 +121,21 @@ void media_ReadMP3Info(TagFile& file, bool opened) {
     bool found = false;
     uint8_t h1 = 0, h2 = 0;
     if (haveBuffer) {
+        // Both kinds of sync need the byte after `i` to start with four set bits: only those
+        // places are looked at closely.
         for (int i = 0; i < TagFile::HeadSize - 1 && !found; ++i) {
             const uint8_t a = buf[i], b = buf[i + 1];
-            if (a == 255 && (b & 0xF0) == 0xF0) {
-                const auto pair = media_ShiftNibble(buf[i + 1], buf[i + 2], buf[i + 3]);
+            if ((b & 0xF0) != 0xF0) continue;
+            if (a == 255) {
+                const auto pair = shiftNibble(buf[i + 1], buf[i + 2], buf[i + 3]);
                 h1 = pair[0];
                 h2 = pair[1];
                 found = true;
-            } else {
-                const auto shifted = media_ShiftNibble(buf[i], buf[i + 1], buf[i + 2]);
-                if (shifted[0] == 255 && (shifted[1] & 0xF0) == 0xF0) {
-                    h1 = buf[i + 2];
-                    h2 = buf[i + 3];
-                    found = true;
-                }
+            } else if (shiftNibble(a, b, buf[i + 2])[0] == 255) {
+                // The second shifted byte's top bits are b's low ones, set whenever the first is.
+                h1 = buf[i + 2];
+                h2 = buf[i + 3];
+                found = true;
             }
         }
     }
@@ -169,8 +192,10 @@ void media_ReadMP3Info(TagFile& file, bool opened) {
     const auto rate = toNumber(s.MP3SampleRate);
     if (rate && *rate != 0) {
         const double frameSize = 144.0 * s.MP3BitrateValue / *rate + padding;
-        if (frameSize != 0)
-            s.MP3FrameCount = QString::number(double(s.MP3FileLength) / frameSize, 'g', 15);
+        if (frameSize != 0) {
+            s.MP3FrameCountValue = double(s.MP3FileLength) / frameSize;
+            s.MP3FrameCountSet = true;
+        }
     }
 
     const auto bitrate = toNumber(s.MP3Bitrate);

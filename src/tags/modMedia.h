@@ -14,7 +14,12 @@ struct MP3InfoState {
     QString MP3Bitrate;
     QString MP3SampleRate;
     QString MP3SampleRateBits;
-    QString MP3FrameCount;
+    // File length divided by frame size, fractional digits kept; text made only when asked for.
+    double MP3FrameCountValue = 0;
+    bool MP3FrameCountSet = false;
+    QString MP3FrameCount() const {
+        return MP3FrameCountSet ? QString::number(MP3FrameCountValue, 'g', 15) : QString();
+    }
     QString MP3Length;
     qint32 MP3FileLength = 0;
     // Kilobits per second, [column 1..7][row 1..15]; column 4 and row 15 stay 0.

@@ -34,8 +34,8 @@ TEST_F(MP3Info, LengthFromFileSizeAndTheOneBitrate) {
     EXPECT_EQ(s.MP3SampleRateBits, QStringLiteral("0"));
     EXPECT_EQ(s.MP3Length, QStringLiteral("300"));
     EXPECT_EQ(media_LengthText(), QStringLiteral("05:00"));
-    EXPECT_EQ(s.MP3FrameCount.left(9), QStringLiteral("11484.375")); // 4.8e6 / 417.959...
-    EXPECT_EQ(s.MP3BitrateTable[4][5], 0);                           // reserved layer column
+    EXPECT_EQ(s.MP3FrameCount().left(9), QStringLiteral("11484.375")); // 4.8e6 / 417.959...
+    EXPECT_EQ(s.MP3BitrateTable[4][5], 0);                             // reserved layer column
     EXPECT_EQ(s.MP3BitrateTable[7][14], 448);
     EXPECT_EQ(s.MP3BitrateTable[1][1], 8);
 }

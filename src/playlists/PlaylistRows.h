@@ -24,7 +24,7 @@ public:
     virtual ~PlaylistTagReader() = default;
     virtual Texts readID3v1(const QString& filename) = 0;
     virtual Texts readID3v2(const QString& filename) = 0;
-    // "mm:ss" of the stream, as the row's Length shows it.
+    // "mm:ss" of the stream, as the row's Length shows it; a null text leaves the cell alone.
     virtual QString lengthText(const QString& filename) = 0;
 };
 // nullptr removes the reader.

@@ -26,6 +26,15 @@ public:
     virtual Texts readID3v2(const QString& filename) = 0;
     // "mm:ss" of the stream, as the row's Length shows it; a null text leaves the cell alone.
     virtual QString lengthText(const QString& filename) = 0;
+    // What a row needs of one file at once; a reader may serve it from a single open.
+    struct Song {
+        Texts v1, v2;
+        QString length;
+    };
+    virtual Song readSong(const QString& filename, bool v1, bool v2) {
+        return {v1 ? readID3v1(filename) : Texts{}, v2 ? readID3v2(filename) : Texts{},
+                lengthText(filename)};
+    }
 };
 // nullptr removes the reader.
 void playlist_SetTagReader(std::shared_ptr<PlaylistTagReader> reader);

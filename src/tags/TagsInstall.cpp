@@ -29,6 +29,24 @@ public:
         media_ReadMP3Info(filename);
         return media_LengthText();
     }
+    Song readSong(const QString& filename, bool v1, bool v2) override {
+        TagFile file;
+        const bool opened = file.open(filename);
+        Song song;
+        if (v1) {
+            clsID3v1 tag;
+            tag.load(filename, file, opened);
+            song.v1 = {tag.Artist(), tag.Title(), tag.Year()};
+        }
+        if (v2) {
+            clsID3v2 tag;
+            tag.load(filename, file, opened);
+            song.v2 = {tag.Artist(), tag.Title(), tag.Year()};
+        }
+        media_ReadMP3Info(file, opened);
+        song.length = media_LengthText();
+        return song;
+    }
 };
 
 } // namespace

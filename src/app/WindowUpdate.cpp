@@ -3,6 +3,7 @@
 #include "app/FrmMain.h"
 #include "core/Commands.h"
 #include "core/MainContext.h"
+#include "playback/PlayerTimers.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
@@ -66,8 +67,8 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
 }
 
 void tmrPosition_Timer(FrmMain& window) {
-    MainContext& ctx = window.ctx();
-    if (ctx.PlaylistBusy) return;
-    if (ctx.TransportState == 1 && ctx.statusText().isEmpty())
-        ctx.setStatusText(QStringLiteral("Stopped"));
+    QLabel* time = window.statusPanel(3);
+    tmrPosition_Timer(window.ctx(), [time](const QString& text) {
+        if (time->text() != text) time->setText(text);
+    });
 }

@@ -2,6 +2,8 @@
 
 #include "app/FrmMain.h"
 #include "app/MainEvents.h"
+#include "app/PlayerWiring.h"
+#include "playback/FrmVideo.h"
 #include "app/WindowClose.h"
 #include "app/WindowSetup.h"
 #include "core/App.h"
@@ -109,6 +111,7 @@ int Sub_Main(int argc, char** argv) {
     Dialogs::setParentWindow(&window);
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
+    const auto video = PlayerWiring_install(window);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     MainEvents_install(window);

@@ -11,6 +11,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <array>
 
 void window_Controls(FrmMain& window, bool enabled) {
     Commands& c = window.ctx().commands();
@@ -30,6 +31,21 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
     ctx.ApplicationActive = QApplication::activeWindow() != nullptr;
 
     const int selected = list.count() ? list.selectedCount() : 0;
+    // What the enabling depends on. While it stands still a tick has nothing to change, so the
+    // full pass runs only on a change, or once a second to set right what others may have moved.
+    static std::array<qint64, 8> last{};
+    static int quietTicks = 0;
+    const std::array<qint64, 8> now{list.count(),
+                                    selected,
+                                    list.count() ? list.selectedItem() : -1,
+                                    PlaylistEditState::of(ctx).hasClip(),
+                                    c.isChecked(QStringLiteral("mnuLockPlaylist")),
+                                    ctx.cmbPlaylists().count(),
+                                    ctx.cmbPlaylists().listIndex(),
+                                    qint64(&ctx)};
+    if (now == last && ++quietTicks < 20) return;
+    last = now;
+    quietTicks = 0;
     window.lstvPlaylist()->setToolTip(
         selected > 1 ? QStringLiteral("Songs Selected:  %1").arg(selected) : QString());
     const bool clip = PlaylistEditState::of(ctx).hasClip();

@@ -51,13 +51,16 @@ FrmVideo::FrmVideo(MainContext& ctx, QWidget* mainWindow)
     m_picture->setObjectName(QStringLiteral("wmpPlayer"));
     m_picture->setAccessibleName(QStringLiteral("Video"));
     m_picture->setAttribute(Qt::WA_NativeWindow);
-    m_picture->setAttribute(Qt::WA_DontCreateNativeAncestors);
-    m_picture->setAutoFillBackground(true);
-    QPalette black = m_picture->palette();
-    black.setColor(QPalette::Window, Qt::black);
-    m_picture->setPalette(black);
+    // The engine paints this window; Qt must leave it alone.
+    m_picture->setAttribute(Qt::WA_NoSystemBackground);
+    m_picture->setAttribute(Qt::WA_OpaquePaintEvent);
+    m_picture->setAttribute(Qt::WA_PaintOnScreen);
+    m_picture->setUpdatesEnabled(false);
     m_picture->setMinimumSize(64, 48);
     const bool native = !QGuiApplication::platformName().startsWith(QLatin1String("offscreen"));
+    // The window id must stay the same for the life of the process: make the top level native
+    // first, so that showing it later does not create the picture's window anew.
+    if (native) winId();
     m_player = new MpvPlayer(native ? quintptr(m_picture->winId()) : 0, this);
 
     m_bottom = new QWidget(this);
@@ -127,6 +130,16 @@ FrmVideo::FrmVideo(MainContext& ctx, QWidget* mainWindow)
     m_volume->setValue(ctx.sldVolume().value());
     m_balance->setValue(ctx.sldBalance().value());
     resize(640, 400);
+    if (m_main) m_main->installEventFilter(this);
+}
+
+bool FrmVideo::eventFilter(QObject* watched, QEvent* event) {
+    // A picture opened before the main window showed stays in front of it.
+    if (watched == m_main && event->type() == QEvent::Show && m_opened)
+        QTimer::singleShot(0, this, [this] {
+            if (m_opened) raise();
+        });
+    return QWidget::eventFilter(watched, event);
 }
 
 FrmVideo::~FrmVideo() {
@@ -185,7 +198,13 @@ void FrmVideo::video_Open() {
         setFullScreen(true);
     // The engine holds the screen saver off while it shows a picture (stop-screensaver).
     m_timer->start();
+    const bool wasHidden = !isVisible();
     show();
+    raise();
+    if (wasHidden)
+        QTimer::singleShot(100, this, [this] {
+            if (m_opened) m_player->refreshVideo();
+        });
     const bool onTop = m_ctx.commands().has(QStringLiteral("mnuAlwaysOnTop")) &&
                        m_ctx.commands().isChecked(QStringLiteral("mnuAlwaysOnTop"));
     if (onTop) modWindows::window_SetAlwaysOnTop(this, true);

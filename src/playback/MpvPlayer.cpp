@@ -273,13 +273,6 @@ double MpvPlayer::Duration() const {
     return d;
 }
 
-double MpvPlayer::mpvVolumeFor(int hundredthsDb) {
-    if (hundredthsDb >= 0) return 100;
-    if (hundredthsDb <= -10000) return 0; // the control's floor is silence
-    const double amplitude = std::pow(10.0, hundredthsDb / 2000.0);
-    return 100.0 * std::cbrt(amplitude);
-}
-
 std::pair<double, double> MpvPlayer::balanceGains(int hundredthsDb) {
     const double down = std::pow(10.0, -std::abs(hundredthsDb) / 2000.0);
     if (hundredthsDb < 0) return {1.0, down};
@@ -290,8 +283,22 @@ std::pair<double, double> MpvPlayer::balanceGains(int hundredthsDb) {
 void MpvPlayer::setVolume(int hundredthsDb) {
     m_volume = hundredthsDb;
     if (!m_mpv) return;
-    double v = mpvVolumeFor(hundredthsDb);
+    // The engine's own volume acts at once but steps in 1/256 on 16-bit output, fine only down
+    // to about 30 dB; a labelled floating-point filter takes what lies below that.
+    constexpr int kCoarseFloor = -3000;
+    const double gain = hundredthsDb >= 0        ? 1.0
+                        : hundredthsDb <= -10000 ? 0.0
+                                                 : std::pow(10.0, hundredthsDb / 2000.0);
+    const int coarse = qMax(hundredthsDb, kCoarseFloor);
+    double v = coarse >= 0 ? 100.0 : 100.0 * std::cbrt(std::pow(10.0, coarse / 2000.0));
     mpv_set_property(m_mpv, "volume", MPV_FORMAT_DOUBLE, &v);
+    const double fine =
+        hundredthsDb < kCoarseFloor ? gain / std::pow(10.0, kCoarseFloor / 2000.0) : 1.0;
+    if (fine == 1.0 && !m_fineVolume) return;
+    m_fineVolume = fine != 1.0;
+    const QByteArray chain = QByteArray("@vol:lavfi=[volume=volume=") +
+                             QByteArray::number(fine, 'f', 9) + ":precision=float]";
+    command({"af", "add", chain.constData()});
 }
 
 void MpvPlayer::setBalance(int hundredthsDb) {

@@ -36,8 +36,6 @@ public:
     int Balance() const override { return m_balance; }
     void setBalance(int hundredthsDb) override;
 
-    // The engine's volume (0 to 100, cubic) for an attenuation in 1/100 dB.
-    static double mpvVolumeFor(int hundredthsDb);
     // Gains of the left and right channel for a balance in 1/100 dB.
     static std::pair<double, double> balanceGains(int hundredthsDb);
 
@@ -69,5 +67,6 @@ private:
     // Where a paused medium stands: the engine reports it less its output's latency.
     double m_held = -1;
     int m_volume = 0;
+    bool m_fineVolume = false;
     int m_balance = 0;
 };

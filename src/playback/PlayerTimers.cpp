@@ -8,6 +8,7 @@
 #include "playback/wmpPlayer.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistRows.h"
+#include "tags/modMedia.h"
 
 #include <cmath>
 
@@ -18,11 +19,6 @@ const char* const kTransportMenus[] = {"mnuJumpToTime", "mnuJumpToCurrentlyPlayi
                                        "mnuPause",      "mnuStop",
                                        "mnuPlayNext"};
 const char* const kTransportButtons[] = {"tbRewind", "tbPause", "tbStop", "tbFastForward"};
-
-QString twoDigits(qint64 n) {
-    return (n < 0 ? QStringLiteral("-") : QString()) +
-           QStringLiteral("%1").arg(std::abs(n), 2, 10, QLatin1Char('0'));
-}
 
 bool checked(MainContext& ctx, const char* menu) {
     const QString name = QString::fromLatin1(menu);
@@ -52,13 +48,6 @@ bool trayInUse() {
 }
 
 } // namespace
-
-QString player_FormatSeconds(double seconds) {
-    if (seconds == 0 || std::isnan(seconds)) return QStringLiteral("00:00");
-    const double minutes = std::floor(seconds / 60);
-    const double rest = std::nearbyint(seconds - minutes * 60);
-    return twoDigits(qint64(minutes)) + QLatin1Char(':') + twoDigits(qint64(rest));
-}
 
 void menu_Enable(MainContext& ctx, const QString& menu) {
     if (!ctx.commands().isEnabled(menu)) ctx.commands().setEnabled(menu, true);
@@ -107,10 +96,11 @@ void tmrPosition_Timer(MainContext& ctx, const std::function<void(const QString&
         enable(ctx, "tbPause", true);
         enable(ctx, "tbStop", true);
         if (elapsed)
-            setTimePanel(QStringLiteral("Elapsed:  ") + player_FormatSeconds(position));
+            setTimePanel(QStringLiteral("Elapsed:  ") +
+                         media_FormatSeconds(qint32(std::nearbyint(position))));
         else if (remaining)
             setTimePanel(QStringLiteral("Remaining:  ") +
-                         player_FormatSeconds(duration - position));
+                         media_FormatSeconds(qint32(std::nearbyint(duration - position))));
         const QString word = playing ? QStringLiteral("Playing") : QStringLiteral("Paused");
         if (!ctx.PlaylistBusy)
             ctx.setStatusText(QStringLiteral("Status:  %1... ").arg(word) +

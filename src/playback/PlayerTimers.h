@@ -8,9 +8,6 @@ class MainContext;
 // bar's first and third panels, the tray tip, TransportState, the enabling of the transport
 // commands, and the Introduction mode's cut.
 
-// "mm:ss"; minutes may pass two digits.
-QString player_FormatSeconds(double seconds);
-
 // One tick. `setTimePanel` receives panel 3's text.
 void tmrPosition_Timer(MainContext& ctx, const std::function<void(const QString&)>& setTimePanel);
 

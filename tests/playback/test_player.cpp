@@ -252,12 +252,5 @@ TEST_F(PlayerTest, OnlyTheEndOfStreamRunsTheAdvance) {
     EXPECT_EQ(calls.filter(QStringLiteral("next")).size(), 1);
 }
 
-TEST(FormatSeconds, MinutesAndRoundedSeconds) {
-    EXPECT_EQ(player_FormatSeconds(0), QStringLiteral("00:00"));
-    EXPECT_EQ(player_FormatSeconds(59.4), QStringLiteral("00:59"));
-    EXPECT_EQ(player_FormatSeconds(61), QStringLiteral("01:01"));
-    EXPECT_EQ(player_FormatSeconds(6000), QStringLiteral("100:00"));
-    EXPECT_EQ(player_FormatSeconds(-5), QStringLiteral("-01:55"));
-}
 
 } // namespace

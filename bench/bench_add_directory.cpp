@@ -10,6 +10,7 @@
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
+#include "tags/TagsInstall.h"
 
 #include <QAction>
 #include <QDir>
@@ -67,26 +68,6 @@ QByteArray mp3File(int folder, int i) {
     return out + v1;
 }
 
-// Reads what a tag reader reads (the head and the last 128 bytes of the file), so that the file
-// work of a real reader is in the figure even while none is installed.
-class FileReadingReader : public PlaylistTagReader {
-public:
-    Texts readID3v1(const QString& f) override {
-        QFile file(f);
-        if (!file.open(QIODevice::ReadOnly)) return {};
-        file.seek(qMax<qint64>(0, file.size() - 128));
-        const QByteArray tag = file.read(128);
-        return {QString::fromLatin1(tag.mid(33, 30)).trimmed(),
-                QString::fromLatin1(tag.mid(3, 30)).trimmed(), QString::fromLatin1(tag.mid(93, 4))};
-    }
-    Texts readID3v2(const QString& f) override { return readID3v1(f); }
-    QString lengthText(const QString& f) override {
-        QFile file(f);
-        if (file.open(QIODevice::ReadOnly)) file.read(4096);
-        return QStringLiteral("00:00");
-    }
-};
-
 long peakKb() {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
@@ -106,7 +87,6 @@ void runAdd(benchmark::State& state, bool withReader) {
             if (f.open(QIODevice::WriteOnly)) f.write(mp3File(d, i));
         }
     }
-    if (withReader) playlist_SetTagReader(std::make_shared<FileReadingReader>());
     ConsoleLog::instance().setWriteFlag(true);
 
     qint64 longestGap = 0;
@@ -118,6 +98,7 @@ void runAdd(benchmark::State& state, bool withReader) {
         PlaylistEditing_install(ctx);
         PlaylistFiles_install(ctx);
         AddMedia_install(ctx);
+        if (withReader) Tags_install(ctx);
         ctx.commands().setChecked(QStringLiteral("mnuTagsShowTagsAsFilesAreAdded"), true);
         ScriptedResponder dialogs({root, QStringLiteral("no")}); // the folder; No: read tags
         Dialogs::setResponder(&dialogs);

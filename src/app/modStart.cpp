@@ -13,6 +13,7 @@
 #include "core/SingleInstance.h"
 #include "playback/Player.h"
 #include "playback/SoundCheck.h"
+#include "playback/TrackAdvance.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 
@@ -109,6 +110,7 @@ int Sub_Main(int argc, char** argv) {
     Dialogs::setParentWindow(&window);
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
+    TrackAdvance_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     MainEvents_install(window);

@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 class Commands;
@@ -43,7 +44,8 @@ public:
     bool PlaylistBusy = false;
     int RandomHistoryCount = 0;
     int RandomHistoryPosition = 0;
-    int PlayingRowIndex = 0; // 1-based, 0 for none
+    QStringList RandomFilenames; // random picks, oldest first
+    int PlayingRowIndex = 0;     // 1-based, 0 for none
     bool PlayerPaused = false;
     QString PausedFilename;
     qint32 PausedPosition = 0;

@@ -44,8 +44,9 @@ public:
     bool PlaylistBusy = false;
     int RandomHistoryCount = 0;
     int RandomHistoryPosition = 0;
-    QStringList RandomFilenames; // random picks, oldest first
-    int PlayingRowIndex = 0;     // 1-based, 0 for none
+    // Random picks, oldest first.
+    QStringList RandomFilenames;
+    int PlayingRowIndex = 0; // 1-based, 0 for none
     bool PlayerPaused = false;
     QString PausedFilename;
     qint32 PausedPosition = 0;

@@ -12,6 +12,7 @@
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
 #include "playback/Player.h"
+#include "playback/SongAlert.h"
 #include "playback/SoundCheck.h"
 #include "playback/TrackAdvance.h"
 #include "playlists/PlaylistEditing.h"
@@ -111,6 +112,7 @@ int Sub_Main(int argc, char** argv) {
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
     TrackAdvance_install(ctx);
+    LyricsAlerts_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     MainEvents_install(window);

@@ -11,6 +11,7 @@
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "playlists/PlaylistMenus.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/SendToMenu.h"
 #include "ui/ListView.h"
@@ -60,6 +61,7 @@ QMenu* buildSendToMenu(FrmMain& window, QWidget* parent) {
     playlists->addSeparator();
     playlists->addAction(
         ctx.commands().add(QStringLiteral("mnuUpdate"), QStringLiteral("&Update")));
+    PlaylistMenus_addSendTo(ctx, menu);
     return menu;
 }
 

@@ -15,6 +15,7 @@
 #include "playback/SongAlert.h"
 #include "playback/SoundCheck.h"
 #include "playback/TrackAdvance.h"
+#include "playlists/AddMedia.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 
@@ -115,6 +116,8 @@ int Sub_Main(int argc, char** argv) {
     LyricsAlerts_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
+    AddMedia_install(ctx);
+    AddMedia_connectView(ctx, window.lstvPlaylist());
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

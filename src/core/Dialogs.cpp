@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFontDialog>
 #include <QMessageBox>
 #include <QPointer>
@@ -36,7 +37,9 @@ FileResult runFileDialog(const FileRequest& r, bool save) {
     const QStringList filters = convertFilter(r.filter);
     QFileDialog dlg(g_parent, r.title, r.initDir);
     dlg.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dlg.setFileMode(save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    const bool several = !save && (r.flags & 512); // the classic "allow multiple selection"
+    dlg.setFileMode(save ? QFileDialog::AnyFile
+                         : (several ? QFileDialog::ExistingFiles : QFileDialog::ExistingFile));
     dlg.setOption(QFileDialog::DontConfirmOverwrite); // callers ask themselves
     if (!filters.isEmpty()) {
         dlg.setNameFilters(filters);
@@ -48,6 +51,13 @@ FileResult runFileDialog(const FileRequest& r, bool save) {
         return {};
     FileResult result;
     result.path = dlg.selectedFiles().constFirst();
+    if (several && dlg.selectedFiles().size() > 1) {
+        // As the classic dialog answers: the folder, then each name, NUL between them.
+        QStringList parts{QFileInfo(result.path).path()};
+        for (const QString& f : dlg.selectedFiles())
+            parts.append(QFileInfo(f).fileName());
+        result.path = parts.join(QChar(0));
+    }
     result.filterIndex = int(filters.indexOf(dlg.selectedNameFilter())) + 1;
     return result;
 }

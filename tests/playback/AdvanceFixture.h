@@ -35,7 +35,11 @@ protected:
         PlaylistFiles_install(ctx);
         ctx.PlaylistComboReady = true;
         ctx.player_Play = [this](int mode) { standInPlay(mode); };
-        QObject::connect(&ctx, &MainContext::endOfStream, &ctx, [this] { player_NextTrack(ctx); });
+        // The end of a stream reaches the advance through the hook, whoever connects it.
+        ctx.player_NextTrack = [this] {
+            ++advances;
+            player_NextTrack(ctx);
+        };
         // The modes of a first start.
         for (const char* m : {"mnuPlayingGoThroughPlaylistNormally", "mnuPlaylistStopAfterEnding",
                               "mnuWorkForwardThroughList"})
@@ -97,7 +101,9 @@ protected:
     // The song plays to its end; the engine raises its event and the advance runs.
     void endSong() {
         tick();
+        const int before = advances;
         engine.finish();
+        if (advances == before) ctx.player_NextTrack();
         tick();
     }
     // Names ("A", "B", ...) of the files played so far, in order.
@@ -131,4 +137,5 @@ protected:
     ScriptedPlayer engine;
     ScriptedResponder dialogs;
     QList<int> modes;
+    int advances = 0;
 };

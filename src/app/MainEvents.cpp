@@ -76,6 +76,9 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
         menu.addAction(play);
         menu.setDefaultAction(play);
         menu.addAction(c.action(QStringLiteral("mnuPlayNext")));
+        QMenu* queue = menu.addMenu(QStringLiteral("&Queue"));
+        queue->setObjectName(QStringLiteral("mnuQueue"));
+        queue->addAction(c.action(QStringLiteral("mnuAdvanced")));
         menu.addAction(c.add(QStringLiteral("mnuRefresh"), QStringLiteral("&Refresh Tags")));
         menu.addSeparator();
         QMenu* options = menu.addMenu(QStringLiteral("&Options"));
@@ -87,6 +90,7 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
         for (const char* name : {"mnuCut", "mnuCopy", "mnuPaste", "mnuSelectAll"})
             options->addAction(c.action(QString::fromLatin1(name)));
         menu.addMenu(buildSendToMenu(window, &menu));
+        menu.addAction(c.action(QStringLiteral("mnuStoreVolume")));
         menu.exec(at);
         return;
     }

@@ -286,6 +286,8 @@ const Button kButtons[] = {
     {"NextPlaylist", "mnuJumpToNextPlaylist", QStyle::SP_ArrowDown},
     {nullptr, nullptr, QStyle::SP_CustomBase},
     {"AddFiles", "mnuAddFiles", QStyle::SP_DialogOpenButton},
+    {nullptr, nullptr, QStyle::SP_CustomBase},
+    {"Mute", "mnuMute", QStyle::SP_MediaVolume},
 };
 
 } // namespace

@@ -179,6 +179,8 @@ void window_Setup(FrmMain& window) {
     };
     ctx.sldVolume().setValue(level("Volume"));
     ctx.sldBalance().setValue(level("Balance"));
+    if (ctx.player_Volume) ctx.player_Volume(ctx.sldVolume().value());
+    if (ctx.player_Balance) ctx.player_Balance(ctx.sldBalance().value());
 
     // 21. The command line, or music on start-up.
     if (!window.Command.isEmpty()) {

@@ -11,13 +11,16 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "playback/PlayNext.h"
 #include "playback/Player.h"
 #include "playback/SongAlert.h"
+#include "playback/Sound.h"
 #include "playback/SoundCheck.h"
 #include "playback/TrackAdvance.h"
 #include "playlists/AddMedia.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "stats/Tracking.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -114,6 +117,9 @@ int Sub_Main(int argc, char** argv) {
     Player_install(ctx);
     TrackAdvance_install(ctx);
     LyricsAlerts_install(ctx);
+    Sound_install(ctx);
+    PlayNext_install(ctx);
+    Tracking_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     AddMedia_install(ctx);

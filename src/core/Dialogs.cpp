@@ -96,7 +96,7 @@ int msgBox(const QString& text, int flags, const QString& title) {
         box.setIcon(QMessageBox::Question);
     if (flags & vbYesNo) {
         box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setDefaultButton(QMessageBox::Yes);
+        box.setDefaultButton((flags & 256) ? QMessageBox::No : QMessageBox::Yes); // 256: No first
         return box.exec() == QMessageBox::Yes ? vbYes : vbNo;
     }
     box.setStandardButtons(QMessageBox::Ok);

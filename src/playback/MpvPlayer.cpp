@@ -1,0 +1,296 @@
+#include "playback/MpvPlayer.h"
+
+#include <QElapsedTimer>
+#include <QFileInfo>
+#include <QMetaObject>
+#include <clocale>
+#include <cmath>
+#include <mpv/client.h>
+
+namespace {
+
+// How long loading a file may hold the caller: a local file opens in milliseconds, and a name the
+// engine cannot open must fail before the caller asks whether it plays.
+constexpr int kLoadWaitMs = 3000;
+
+bool isLoadable(const QString& name) {
+    if (name.isEmpty()) return false;
+    if (name.contains(QLatin1String("://"))) return true; // cdda://, av://, streams
+    return QFileInfo(name).isFile();
+}
+
+QByteArray env(const char* name) {
+    return qgetenv(name).trimmed();
+}
+
+} // namespace
+
+MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
+    setlocale(LC_NUMERIC, "C"); // the engine refuses any other numeric locale
+    m_mpv = mpv_create();
+    if (!m_mpv) return;
+    auto opt = [this](const char* name, const QByteArray& value) {
+        mpv_set_option_string(m_mpv, name, value.constData());
+    };
+    opt("config", "no");
+    opt("terminal", "no");
+    opt("idle", "yes");
+    opt("keep-open", "no");
+    opt("load-scripts", "no");
+    opt("ytdl", "no");
+    opt("osc", "no");
+    opt("osd-level", "0");
+    opt("input-default-bindings", "no");
+    opt("input-vo-keyboard", "no");
+    opt("input-cursor", "no");
+    opt("audio-display", "no"); // cover art of an MP3 is not a video
+    opt("stop-screensaver", "yes");
+    opt("audio-client-name", "veldor");
+
+    const QByteArray ao = env("VELDOR_AO");
+    if (!ao.isEmpty()) opt("ao", ao);
+    if (ao.startsWith("pcm")) {
+        // One raw file for the whole session: each song is appended as it plays.
+        const QByteArray file = env("VELDOR_AO_FILE");
+        if (!file.isEmpty()) opt("ao-pcm-file", file);
+        opt("ao-pcm-append", "yes");
+        opt("ao-pcm-waveheader", "no");
+        opt("audio-format", "s16");
+    }
+    QByteArray vo = env("VELDOR_VO");
+    if (windowId) {
+        opt("wid", QByteArray::number(qulonglong(windowId)));
+        if (vo.isEmpty()) vo = "gpu,x11";
+    } else if (vo.isEmpty()) {
+        vo = "null";
+    }
+    opt("vo", vo);
+
+    if (mpv_initialize(m_mpv) < 0) {
+        mpv_terminate_destroy(m_mpv);
+        m_mpv = nullptr;
+        return;
+    }
+    mpv_request_log_messages(m_mpv, "no");
+    mpv_set_wakeup_callback(
+        m_mpv,
+        [](void* self) {
+            auto* p = static_cast<MpvPlayer*>(self);
+            if (p->m_wakeQueued.exchange(true)) return;
+            QMetaObject::invokeMethod(
+                p,
+                [p] {
+                    p->m_wakeQueued = false;
+                    p->drainEvents();
+                },
+                Qt::QueuedConnection);
+        },
+        this);
+}
+
+MpvPlayer::~MpvPlayer() {
+    if (!m_mpv) return;
+    mpv_set_wakeup_callback(m_mpv, nullptr, nullptr);
+    mpv_terminate_destroy(m_mpv);
+}
+
+void MpvPlayer::command(std::initializer_list<const char*> args) {
+    if (!m_mpv) return;
+    std::vector<const char*> argv(args);
+    argv.push_back(nullptr);
+    mpv_command(m_mpv, argv.data());
+}
+
+void MpvPlayer::setFlag(const char* name, bool on) {
+    if (!m_mpv) return;
+    int flag = on ? 1 : 0;
+    mpv_set_property(m_mpv, name, MPV_FORMAT_FLAG, &flag);
+}
+
+void MpvPlayer::setFileName(const QString& name) {
+    m_file = name;
+    if (!m_mpv) return;
+    if (!isLoadable(name)) {
+        // The custom release: a name that is no file lets go of the last one.
+        m_entry = -1;
+        if (!m_released) command({"stop"});
+        m_released = true;
+        m_open = m_loading = false;
+        m_state = Stopped;
+        return;
+    }
+    load(name);
+}
+
+void MpvPlayer::load(const QString& path) {
+    setFlag("pause", true);
+    const QByteArray file = path.toUtf8();
+    const char* argv[] = {"loadfile", file.constData(), "replace", nullptr};
+    mpv_node result{};
+    const bool ok = mpv_command_ret(m_mpv, argv, &result) >= 0;
+    m_entry = -1;
+    if (ok && result.format == MPV_FORMAT_NODE_MAP) {
+        for (int i = 0; i < result.u.list->num; ++i)
+            if (qstrcmp(result.u.list->keys[i], "playlist_entry_id") == 0 &&
+                result.u.list->values[i].format == MPV_FORMAT_INT64)
+                m_entry = result.u.list->values[i].u.int64;
+    }
+    if (ok) mpv_free_node_contents(&result);
+    if (ok && m_entry < 0) {
+        // A replaced song stays in the list until it has stopped: the new entry is the last.
+        qint64 count = 0;
+        mpv_get_property(m_mpv, "playlist-count", MPV_FORMAT_INT64, &count);
+        const QByteArray last =
+            "playlist/" + QByteArray::number(qMax<qint64>(0, count - 1)) + "/id";
+        mpv_get_property(m_mpv, last.constData(), MPV_FORMAT_INT64, &m_entry);
+    }
+    m_state = Stopped;
+    m_pendingSeek = m_held = -1;
+    m_open = false;
+    m_released = !ok;
+    m_loading = ok;
+    if (ok) waitForLoad(kLoadWaitMs);
+}
+
+void MpvPlayer::waitForLoad(int ms) {
+    QElapsedTimer clock;
+    clock.start();
+    while (m_loading && clock.elapsed() < ms) {
+        const double left = (ms - clock.elapsed()) / 1000.0;
+        const mpv_event* e = mpv_wait_event(m_mpv, qMax(0.0, left));
+        if (e->event_id != MPV_EVENT_NONE) handleEvent(*e);
+    }
+}
+
+void MpvPlayer::drainEvents() {
+    if (!m_mpv) return;
+    for (;;) {
+        const mpv_event* e = mpv_wait_event(m_mpv, 0);
+        if (e->event_id == MPV_EVENT_NONE) break;
+        handleEvent(*e);
+    }
+}
+
+void MpvPlayer::handleEvent(const mpv_event& event) {
+    switch (event.event_id) {
+    case MPV_EVENT_FILE_LOADED:
+        if (!m_loading) break;
+        m_loading = false;
+        m_open = true;
+        if (m_pendingSeek >= 0) {
+            setCurrentPosition(m_pendingSeek);
+            m_pendingSeek = -1;
+        }
+        break;
+    case MPV_EVENT_END_FILE: {
+        const auto* end = static_cast<const mpv_event_end_file*>(event.data);
+        if (end->playlist_entry_id != m_entry || m_entry < 0) break; // a file already left
+        m_loading = m_open = false;
+        m_released = true;
+        m_state = Stopped;
+        if (end->reason != MPV_END_FILE_REASON_EOF) break;
+        // Raised from the event loop, so a handler that loads the next file runs outside this
+        // drain; a Stop or a load in between makes it stale.
+        const qint64 ended = m_entry;
+        QMetaObject::invokeMethod(
+            this,
+            [this, ended] {
+                if (m_entry == ended) Q_EMIT EndOfStream(8);
+            },
+            Qt::QueuedConnection);
+        break;
+    }
+    default:
+        break;
+    }
+}
+
+void MpvPlayer::Play() {
+    if (!m_mpv) return;
+    if (m_released) {
+        if (!isLoadable(m_file)) return;
+        load(m_file);
+        if (m_released) return; // the engine could not open it
+    }
+    setFlag("pause", false);
+    m_held = -1;
+    m_state = Playing;
+}
+
+void MpvPlayer::Pause() {
+    if (m_state != Playing) return;
+    setFlag("pause", true);
+    m_held = CurrentPosition();
+    m_state = Paused;
+}
+
+void MpvPlayer::Stop() {
+    if (!m_mpv) return;
+    m_entry = -1; // whatever ends from here on was stopped, not finished
+    if (!m_released) command({"stop"});
+    m_released = true;
+    m_open = m_loading = false;
+    m_pendingSeek = m_held = -1;
+    m_state = Stopped;
+}
+
+double MpvPlayer::CurrentPosition() const {
+    if (!m_mpv || m_released) return 0;
+    if (!m_open) return qMax(0.0, m_pendingSeek);
+    if (m_state == Paused && m_held >= 0) return m_held;
+    double pos = 0;
+    if (mpv_get_property(m_mpv, "time-pos", MPV_FORMAT_DOUBLE, &pos) < 0) return 0;
+    return qMax(0.0, pos);
+}
+
+void MpvPlayer::setCurrentPosition(double seconds) {
+    if (!m_mpv || m_released) return;
+    seconds = qMax(0.0, seconds);
+    if (!m_open) {
+        m_pendingSeek = seconds;
+        return;
+    }
+    if (m_state == Paused) m_held = seconds;
+    const QByteArray to = QByteArray::number(seconds, 'f', 3);
+    command({"seek", to.constData(), "absolute+exact"});
+}
+
+double MpvPlayer::Duration() const {
+    if (!m_mpv || !m_open) return 0;
+    double d = 0;
+    if (mpv_get_property(m_mpv, "duration", MPV_FORMAT_DOUBLE, &d) < 0) return 0;
+    return d;
+}
+
+double MpvPlayer::mpvVolumeFor(int hundredthsDb) {
+    if (hundredthsDb >= 0) return 100;
+    if (hundredthsDb <= -10000) return 0; // the control's floor is silence
+    const double amplitude = std::pow(10.0, hundredthsDb / 2000.0);
+    return 100.0 * std::cbrt(amplitude);
+}
+
+std::pair<double, double> MpvPlayer::balanceGains(int hundredthsDb) {
+    const double down = std::pow(10.0, -std::abs(hundredthsDb) / 2000.0);
+    if (hundredthsDb < 0) return {1.0, down};
+    if (hundredthsDb > 0) return {down, 1.0};
+    return {1.0, 1.0};
+}
+
+void MpvPlayer::setVolume(int hundredthsDb) {
+    m_volume = hundredthsDb;
+    if (!m_mpv) return;
+    double v = mpvVolumeFor(hundredthsDb);
+    mpv_set_property(m_mpv, "volume", MPV_FORMAT_DOUBLE, &v);
+}
+
+void MpvPlayer::setBalance(int hundredthsDb) {
+    const bool had = m_balance != 0;
+    m_balance = hundredthsDb;
+    if (!m_mpv || (!had && hundredthsDb == 0)) return;
+    const auto [left, right] = balanceGains(hundredthsDb);
+    // The labelled filter is replaced in place, so moving the balance leaves no gap.
+    const QByteArray chain = QByteArray("@bal:lavfi=[pan=stereo|c0=") +
+                             QByteArray::number(left, 'f', 6) +
+                             "*c0|c1=" + QByteArray::number(right, 'f', 6) + "*c1]";
+    command({"af", "add", chain.constData()});
+}

@@ -294,6 +294,8 @@ void TrackAdvance_install(MainContext& ctx) {
     c.setHandler(QStringLiteral("mnuNextTrack"), [p] { mnuNextTrack_Click(*p); });
     c.setHandler(QStringLiteral("mnuPrevious"), [p] { mnuPrevious_Click(*p); });
     c.setHandler(QStringLiteral("mnuRandom"), [p] { mnuRandom_Click(*p); });
+    // Next (Advanced) is the advance itself, Play Next and the modes included.
+    c.setHandler(QStringLiteral("mnuNextTrackAdvanced"), [p] { p->call(p->player_NextTrack); });
     PlayModes_install(ctx);
     PlaylistJumps_install(ctx);
 }

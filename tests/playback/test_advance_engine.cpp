@@ -164,6 +164,14 @@ TEST_F(EngineAdvance, RepeatOnceThenOnToTheEnd) {
     EXPECT_EQ(heard(), QStringList({"A", "A", "B"}));
 }
 
+TEST_F(EngineAdvance, RepeatLeavesTheLastRowToThePlaylistMode) {
+    addSongs({"x", "y"});
+    ctx.commands().run(QStringLiteral("mnuPlayingRepeat"));
+    start(2);
+    runUntilStopped();
+    EXPECT_EQ(heard(), QStringList({"B"}));
+}
+
 TEST_F(EngineAdvance, PlayNextBeatsTheEndOfTheList) {
     addSongs({"x", "y", "z"});
     start(3);

@@ -92,6 +92,11 @@ TEST_F(TrackAdvance, PlayNextBeatsTheEndOfTheListAndPlaysWhenStopped) {
     EXPECT_EQ(ctx.PlayNextRowIndex, 0);
     EXPECT_EQ(c().caption("mnuPlayNext"), "Play Ne&xt...\tX");
 
+    // Next (Advanced) is the advance itself.
+    ctx.PlayNextRowIndex = 3;
+    c().run("mnuNextTrackAdvanced");
+    EXPECT_EQ(played().last(), "C");
+
     // Stopped, and Next would not start: Play Next still plays.
     setting("Settings", "PlayOnNextAndPrevious", "0");
     ctx.call(ctx.player_Stop);

@@ -21,6 +21,7 @@
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "stats/Tracking.h"
+#include "tags/TagsInstall.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -124,6 +125,7 @@ int Sub_Main(int argc, char** argv) {
     PlaylistFiles_install(ctx);
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
+    Tags_install(ctx);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

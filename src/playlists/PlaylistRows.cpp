@@ -57,7 +57,8 @@ void fillFromTags(MainContext& ctx, PlaylistTagReader& reader, int row, const QS
     list.setText(row, Artist, tags.artist.isEmpty() ? kNone : tags.artist);
     list.setText(row, Title, tags.title.isEmpty() ? kNone : tags.title);
     list.setText(row, Year, tags.year);
-    list.setText(row, Length, reader.lengthText(filename));
+    const QString length = reader.lengthText(filename);
+    if (!length.isNull()) list.setText(row, Length, length);
 }
 
 } // namespace

@@ -1,0 +1,73 @@
+#include "tags/TagsInstall.h"
+
+#include "core/Commands.h"
+#include "core/Dialogs.h"
+#include "core/MainContext.h"
+#include "core/Settings.h"
+#include "playlists/ListModel.h"
+#include "tags/TagFile.h"
+#include "tags/clsID3v1.h"
+#include "tags/clsID3v2.h"
+#include "tags/modMedia.h"
+
+namespace {
+
+class ID3TagReader : public PlaylistTagReader {
+public:
+    Texts readID3v1(const QString& filename) override {
+        clsID3v1 tag;
+        tag.setFilename(filename);
+        return {tag.Artist(), tag.Title(), tag.Year()};
+    }
+    Texts readID3v2(const QString& filename) override {
+        clsID3v2 tag;
+        tag.setFilename(filename);
+        return {tag.Artist(), tag.Title(), tag.Year()};
+    }
+    QString lengthText(const QString& filename) override {
+        media_ReadMP3Info(filename);
+        return media_LengthText();
+    }
+};
+
+} // namespace
+
+PlaylistTagReader::Texts tags_ReadSongTags(const QString& filename, bool useID3v2) {
+    ID3TagReader reader;
+    return useID3v2 ? reader.readID3v2(filename) : reader.readID3v1(filename);
+}
+
+QString tags_ReadLyrics(const QString& filename) {
+    clsID3v2 tag;
+    tag.setFilename(filename);
+    return tag.Lyrics();
+}
+
+void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
+    Commands& c = ctx.commands();
+    const QString menu = QStringLiteral("mnuTagsUseID3v2Tags");
+    const bool on = !c.isChecked(menu);
+    c.setChecked(menu, on);
+    settings_Write(QStringLiteral("Settings"), QStringLiteral("UseID3v2Tags"),
+                   on ? QStringLiteral("1") : QStringLiteral("0"));
+    // With no rows there is nothing to refresh, and nothing to ask (this runs at start-up too).
+    if (ctx.lstvPlaylist().count() == 0) return;
+    if (settings_IsOn(QStringLiteral("Settings"), QStringLiteral("AskConfirmationToUpdatePlaylist"),
+                      QStringLiteral("1"))) {
+        const int answer = Dialogs::msgBox(
+            QStringLiteral("The playlist setting has not been updated and saved.\n\nWould you "
+                           "like all of the media files to be updated in the playlist to reflect "
+                           "this change?"),
+            Dialogs::vbExclamation | Dialogs::vbYesNo,
+            QStringLiteral("Update Playlist Confirmation"));
+        if (answer != Dialogs::vbYes) return;
+    }
+    playlist_ShowMP3Data(ctx, false);
+}
+
+void Tags_install(MainContext& ctx) {
+    playlist_SetTagReader(std::make_shared<ID3TagReader>());
+    Commands& c = ctx.commands();
+    c.action(QStringLiteral("mnuTagsUseID3v2Tags"))->setCheckable(true);
+    c.setHandler(QStringLiteral("mnuTagsUseID3v2Tags"), [&ctx] { mnuTagsUseID3v2Tags_Click(ctx); });
+}

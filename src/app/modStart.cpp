@@ -11,6 +11,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "playback/Lyrics.h"
 #include "playback/PlayNext.h"
 #include "playback/Player.h"
 #include "playback/SongAlert.h"
@@ -126,6 +127,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    lyrics_SetReader(tags_ReadLyrics);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

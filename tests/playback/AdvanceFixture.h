@@ -34,7 +34,16 @@ protected:
         TrackAdvance_install(ctx);
         PlaylistFiles_install(ctx);
         ctx.PlaylistComboReady = true;
-        ctx.player_Play = [this](int mode) { standInPlay(mode); };
+        // The player's own start where it stands, else a small stand-in; the modes asked for
+        // are kept either way.
+        const auto real = ctx.player_Play;
+        ctx.player_Play = [this, real](int mode) {
+            modes << mode;
+            if (real)
+                real(mode);
+            else
+                standInPlay(mode);
+        };
         // The end of a stream reaches the advance through the hook, whoever connects it.
         ctx.player_NextTrack = [this] {
             ++advances;
@@ -58,7 +67,6 @@ protected:
         ctx.PlayingRowIndex = row;
         engine.Play();
         playlist_UpdatePlaylist(ctx, row);
-        modes << mode;
         if (mode == 0 && ctx.window_AddRandomFilename)
             ctx.window_AddRandomFilename(engine.FileName());
     }

@@ -55,14 +55,17 @@ TEST_F(NextPrevious, PreviousLandsOnlyOnPlayRowsAndWraps) {
 
 TEST_F(NextPrevious, PreviousOnAListWithoutPlayRowsEnds) {
     addRow("A", {}, {}, "Play Once");
-    addRow("B", {}, {}, "Skip");
-    addRow("C", {}, {}, "Remove");
-    for (int row : {1, 2, 3}) {
+    addRow("B", {}, {}, "Play Once");
+    addRow("C", {}, {}, "Skip");
+    addRow("D", {}, {}, "Remove");
+    for (int row : {1, 2, 4}) {
         select(row);
         mnuPrevious_Click(ctx); // returns: nothing to land on
     }
-    start(2);
+    EXPECT_TRUE(played().isEmpty());
+
     c().run("mnuWorkBackwardsThroughPlaylist");
+    start(2);
     endSong(); // the advance backwards goes through Previous
     EXPECT_EQ(played(), QStringList({"B"}));
     EXPECT_EQ(listview_SelectedIndex(list()), 2);

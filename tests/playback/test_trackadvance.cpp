@@ -67,19 +67,25 @@ TEST_F(TrackAdvance, OneRowListIsAtTheEndInEitherDirection) {
 
 TEST_F(TrackAdvance, StopAfterEndingStopsEverySongAndStays) {
     addRows(3);
+    bool videoOpen = false, lyricsOpen = false;
     int videoClosed = 0, lyricsClosed = 0;
-    ctx.video_IsOpened = [] { return true; };
-    ctx.video_Close = [&] { ++videoClosed; };
-    ctx.lyrics_IsOpened = [] { return true; };
-    ctx.lyrics_Close = [&] { ++lyricsClosed; };
+    ctx.video_IsOpened = [&] { return videoOpen; };
+    ctx.video_Close = [&] { ++videoClosed, videoOpen = false; };
+    ctx.lyrics_IsOpened = [&] { return lyricsOpen; };
+    ctx.lyrics_Close = [&] { ++lyricsClosed, lyricsOpen = false; };
     setMode("mnuPlayingStopAfterEnding");
     start(1);
+    videoOpen = lyricsOpen = true;
     endSong();
     EXPECT_EQ(played(), QStringList({"A"}));
     EXPECT_EQ(engine.FileName(), "1");
     EXPECT_EQ(videoClosed, 1);
     EXPECT_EQ(lyricsClosed, 1);
     EXPECT_TRUE(c().isChecked("mnuPlayingStopAfterEnding"));
+
+    endSong(); // closed windows are left alone
+    EXPECT_EQ(videoClosed, 1);
+    EXPECT_EQ(lyricsClosed, 1);
 }
 
 TEST_F(TrackAdvance, PlayNextBeatsTheEndOfTheListAndPlaysWhenStopped) {

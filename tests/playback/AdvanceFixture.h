@@ -20,9 +20,9 @@
 #include <QFileInfo>
 #include <gtest/gtest.h>
 
-// A main context over a fresh data folder whose songs play through a scripted engine. The
-// start of a song is a small stand-in for the player: the selected row is loaded and played,
-// PlayingRowIndex follows it, and the modes it was asked with are kept.
+// A main context over a fresh data folder whose songs play through a scripted engine, started
+// by the player's own start where it stands, else by a small stand-in (the selected row is
+// loaded and played, PlayingRowIndex follows it).
 class AdvanceFixture : public ::testing::Test {
 protected:
     void SetUp() override {

@@ -71,6 +71,11 @@ void FrmMain::buildWidgets() {
     auto* row = new QHBoxLayout(sliders);
     row->setContentsMargins(8, 0, 4, 0);
     row->setSpacing(4);
+    m_position = makeSlider(QStringLiteral("sldPosition"), QStringLiteral("Position"), sliders);
+    m_position->setFixedWidth(160);
+    row->addWidget(m_position);
+    row->addSpacing(6);
+    ui_BindSlider(m_position, m_ctx.sldPosition(), true);
     auto* volLabel = new QLabel(QStringLiteral("Volume"), sliders);
     m_volume = makeSlider(QStringLiteral("sldVolume"), QStringLiteral("Volume"), sliders);
     volLabel->setBuddy(m_volume);

@@ -20,6 +20,7 @@ public:
     MainContext& ctx() { return m_ctx; }
     ListView* lstvPlaylist() { return m_list; }
     QComboBox* cmbPlaylists() { return m_combo; }
+    QSlider* sldPosition() { return m_position; }
     QSlider* sldVolume() { return m_volume; }
     QSlider* sldBalance() { return m_balance; }
     QToolBar* tbToolbar() { return m_toolbar; }
@@ -54,6 +55,7 @@ private:
     MainContext& m_ctx;
     ListView* m_list = nullptr;
     QComboBox* m_combo = nullptr;
+    QSlider* m_position = nullptr;
     QSlider* m_volume = nullptr;
     QSlider* m_balance = nullptr;
     QToolBar* m_toolbar = nullptr;

@@ -275,10 +275,12 @@ struct Button {
 };
 const Button kButtons[] = {
     {"Previous", "mnuPrevious", QStyle::SP_MediaSkipBackward},
+    {"Rewind", "mnuRewind", QStyle::SP_MediaSeekBackward},
     {"Play", "mnuPlay", QStyle::SP_MediaPlay},
     {"Pause", "mnuPause", QStyle::SP_MediaPause},
     {"Stop", "mnuStop", QStyle::SP_MediaStop},
     {"Random", "mnuRandom", QStyle::SP_BrowserReload},
+    {"FastForward", "mnuFastForward", QStyle::SP_MediaSeekForward},
     {"Next", "mnuNextTrack", QStyle::SP_MediaSkipForward},
     {"NextAdvanced", "mnuNextTrackAdvanced", QStyle::SP_MediaSeekForward},
     {nullptr, nullptr, QStyle::SP_CustomBase},

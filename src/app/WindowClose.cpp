@@ -53,6 +53,7 @@ void window_SaveSettingsOnClose(FrmMain& window) {
     MainContext& ctx = window.ctx();
     ListModel& list = ctx.lstvPlaylist();
     ctx.call(ctx.player_Stop);
+    ctx.call(ctx.video_SaveSize);
     window.tmrPosition()->stop();
     window.tmrWindowUpdate()->stop();
     window_CloseAll(window);

@@ -13,6 +13,7 @@
 #include "core/SliderModel.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
+#include "playback/wmpPlayer.h"
 #include "playlists/ListFiles.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
@@ -110,6 +111,7 @@ void window_Setup(FrmMain& window) {
     // 1. The empty, stopped starting state.
     ConsoleLog::instance().setWriteFlag(false);
     ctx.TransportState = 1;
+    ctx.player().Stop();
     ctx.WindowReady = false;
     ctx.SavedVolume = -1;
     ctx.RandomHistoryCount = 0;
@@ -125,6 +127,9 @@ void window_Setup(FrmMain& window) {
     modWindows::window_RestorePosition(&window, QStringLiteral("MainWindow"), 1500);
     ctx.WindowReady = true;
     window.Form_Resize();
+
+    // 5. The video window's size and first place.
+    ctx.call(ctx.video_GetSize);
 
     // 6. Key hints behind the captions.
     MainMenus::appendKeyHints(c);

@@ -3,6 +3,7 @@
 #include "app/FrmMain.h"
 #include "core/Commands.h"
 #include "core/MainContext.h"
+#include "playback/PlayerTimers.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
@@ -10,6 +11,7 @@
 
 #include <QApplication>
 #include <QLabel>
+#include <array>
 
 void window_Controls(FrmMain& window, bool enabled) {
     Commands& c = window.ctx().commands();
@@ -29,6 +31,21 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
     ctx.ApplicationActive = QApplication::activeWindow() != nullptr;
 
     const int selected = list.count() ? list.selectedCount() : 0;
+    // What the enabling depends on. While it stands still a tick has nothing to change, so the
+    // full pass runs only on a change, or once a second to set right what others may have moved.
+    static std::array<qint64, 8> last{};
+    static int quietTicks = 0;
+    const std::array<qint64, 8> now{list.count(),
+                                    selected,
+                                    list.count() ? list.selectedItem() : -1,
+                                    PlaylistEditState::of(ctx).hasClip(),
+                                    c.isChecked(QStringLiteral("mnuLockPlaylist")),
+                                    ctx.cmbPlaylists().count(),
+                                    ctx.cmbPlaylists().listIndex(),
+                                    qint64(&ctx)};
+    if (now == last && ++quietTicks < 20) return;
+    last = now;
+    quietTicks = 0;
     window.lstvPlaylist()->setToolTip(
         selected > 1 ? QStringLiteral("Songs Selected:  %1").arg(selected) : QString());
     const bool clip = PlaylistEditState::of(ctx).hasClip();
@@ -66,8 +83,8 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
 }
 
 void tmrPosition_Timer(FrmMain& window) {
-    MainContext& ctx = window.ctx();
-    if (ctx.PlaylistBusy) return;
-    if (ctx.TransportState == 1 && ctx.statusText().isEmpty())
-        ctx.setStatusText(QStringLiteral("Stopped"));
+    QLabel* time = window.statusPanel(3);
+    tmrPosition_Timer(window.ctx(), [time](const QString& text) {
+        if (time->text() != text) time->setText(text);
+    });
 }

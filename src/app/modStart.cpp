@@ -2,6 +2,7 @@
 
 #include "app/FrmMain.h"
 #include "app/MainEvents.h"
+#include "app/PlayerWiring.h"
 #include "app/WindowClose.h"
 #include "app/WindowSetup.h"
 #include "core/App.h"
@@ -11,6 +12,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "playback/FrmVideo.h"
 #include "playback/Lyrics.h"
 #include "playback/PlayNext.h"
 #include "playback/Player.h"
@@ -117,6 +119,7 @@ int Sub_Main(int argc, char** argv) {
     Dialogs::setParentWindow(&window);
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
+    const auto video = PlayerWiring_install(window);
     TrackAdvance_install(ctx);
     LyricsAlerts_install(ctx);
     Sound_install(ctx);

@@ -97,6 +97,8 @@ public:
     std::function<void()> video_Open;
     std::function<void()> video_Close;
     std::function<bool()> video_IsOpened;
+    std::function<void()> video_GetSize;
+    std::function<void()> video_SaveSize;
     // Sound: the slider scales (0 to 100) onto the engine; the stored volume of a song at its
     // start (the name lower-cased).
     std::function<void(int)> player_Volume;

@@ -33,7 +33,8 @@ MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
         mpv_set_option_string(m_mpv, name, value.constData());
     };
     opt("config", "no");
-    opt("terminal", "no");
+    opt("terminal", qEnvironmentVariableIsSet("VELDOR_MPV_DEBUG") ? "yes" : "no");
+    if (qEnvironmentVariableIsSet("VELDOR_MPV_DEBUG")) opt("msg-level", "vo=debug");
     opt("idle", "yes");
     opt("keep-open", "no");
     opt("load-scripts", "no");
@@ -203,6 +204,16 @@ void MpvPlayer::handleEvent(const mpv_event& event) {
     default:
         break;
     }
+}
+
+void MpvPlayer::refreshVideo() {
+    if (!m_mpv || !m_open) return;
+    char* current = mpv_get_property_string(m_mpv, "vid");
+    const QByteArray vid = current ? QByteArray(current) : QByteArray("auto");
+    mpv_free(current);
+    if (vid == "no") return;
+    mpv_set_property_string(m_mpv, "vid", "no");
+    mpv_set_property_string(m_mpv, "vid", vid.constData());
 }
 
 void MpvPlayer::Play() {

@@ -41,6 +41,10 @@ public:
     // Gains of the left and right channel for a balance in 1/100 dB.
     static std::pair<double, double> balanceGains(int hundredthsDb);
 
+    // Builds the picture's output anew: an output made while its window was unmapped never
+    // learns that the window became visible.
+    void refreshVideo();
+
     // Handles what the engine queued; also called by the wakeup's queued call.
     void drainEvents();
 

@@ -43,21 +43,21 @@ void fillFromTags(MainContext& ctx, PlaylistTagReader& reader, int row, const QS
         list.setText(row, Length, QString());
         return;
     }
-    PlaylistTagReader::Texts tags;
-    if (settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseLargerTAGSWhenAvailable"),
-                      QStringLiteral("0"))) {
-        const PlaylistTagReader::Texts v1 = reader.readID3v1(filename);
-        const PlaylistTagReader::Texts v2 = reader.readID3v2(filename);
-        tags = {longer(v1.artist, v2.artist), longer(v1.title, v2.title), longer(v1.year, v2.year)};
-    } else if (ctx.commands().isChecked(QStringLiteral("mnuTagsUseID3v2Tags"))) {
-        tags = reader.readID3v2(filename);
-    } else {
-        tags = reader.readID3v1(filename);
-    }
+    const bool larger =
+        settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseLargerTAGSWhenAvailable"),
+                      QStringLiteral("0"));
+    const bool useV2 = ctx.commands().isChecked(QStringLiteral("mnuTagsUseID3v2Tags"));
+    const PlaylistTagReader::Song song =
+        reader.readSong(filename, larger || !useV2, larger || useV2);
+    const PlaylistTagReader::Texts tags =
+        larger ? PlaylistTagReader::Texts{longer(song.v1.artist, song.v2.artist),
+                                          longer(song.v1.title, song.v2.title),
+                                          longer(song.v1.year, song.v2.year)}
+               : (useV2 ? song.v2 : song.v1);
     list.setText(row, Artist, tags.artist.isEmpty() ? kNone : tags.artist);
     list.setText(row, Title, tags.title.isEmpty() ? kNone : tags.title);
     list.setText(row, Year, tags.year);
-    const QString length = reader.lengthText(filename);
+    const QString& length = song.length;
     if (!length.isNull()) list.setText(row, Length, length);
 }
 

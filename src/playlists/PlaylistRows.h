@@ -32,6 +32,15 @@ public:
         (void)id3v2;
         return {};
     }
+    // What a row needs of one file at once; a reader may serve it from a single open.
+    struct Song {
+        Texts v1, v2;
+        QString length;
+    };
+    virtual Song readSong(const QString& filename, bool v1, bool v2) {
+        return {v1 ? readID3v1(filename) : Texts{}, v2 ? readID3v2(filename) : Texts{},
+                lengthText(filename)};
+    }
 };
 // nullptr removes the reader.
 void playlist_SetTagReader(std::shared_ptr<PlaylistTagReader> reader);

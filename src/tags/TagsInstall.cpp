@@ -4,6 +4,7 @@
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "playback/AdvancedQueue.h"
 #include "playlists/ListModel.h"
 #include "tags/TagFile.h"
 #include "tags/clsID3v1.h"
@@ -37,6 +38,24 @@ public:
     QString lengthText(const QString& filename) override {
         media_ReadMP3Info(filename);
         return media_LengthText();
+    }
+    Song readSong(const QString& filename, bool v1, bool v2) override {
+        TagFile file;
+        const bool opened = file.open(filename);
+        Song song;
+        if (v1) {
+            clsID3v1 tag;
+            tag.load(filename, file, opened);
+            song.v1 = {tag.Artist(), tag.Title(), tag.Year()};
+        }
+        if (v2) {
+            clsID3v2 tag;
+            tag.load(filename, file, opened);
+            song.v2 = {tag.Artist(), tag.Title(), tag.Year()};
+        }
+        media_ReadMP3Info(file, opened);
+        song.length = media_LengthText();
+        return song;
     }
 };
 
@@ -77,6 +96,25 @@ void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
 
 void Tags_install(MainContext& ctx) {
     playlist_SetTagReader(std::make_shared<ID3TagReader>());
+    // The queue matches albums from the chosen tag and genres from ID3v1 only.
+    AdvancedQueue::setTagReader(
+        [](const QString& filename, bool id3v2, AdvancedQueue::TagFields& out) {
+            clsID3v1 v1;
+            v1.setFilename(filename);
+            out.genre = v1.Genre();
+            if (id3v2) {
+                clsID3v2 v2;
+                v2.setFilename(filename);
+                out.artist = v2.Artist();
+                out.album = v2.Album();
+                out.year = v2.Year();
+            } else {
+                out.artist = v1.Artist();
+                out.album = v1.Album();
+                out.year = v1.Year();
+            }
+            return true;
+        });
     Commands& c = ctx.commands();
     c.action(QStringLiteral("mnuTagsUseID3v2Tags"))->setCheckable(true);
     c.setHandler(QStringLiteral("mnuTagsUseID3v2Tags"), [&ctx] { mnuTagsUseID3v2Tags_Click(ctx); });

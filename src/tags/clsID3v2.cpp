@@ -48,6 +48,23 @@ QString errorSource() {
     return (exe.isEmpty() ? QStringLiteral("veldor") : exe) + QStringLiteral(".cMP3ID3v2");
 }
 
+// How many bytes from `start` really belong to the tag whose plain size is `plainSize`. A tag
+// from another program carries a synchsafe size, which read plainly is larger than the tag:
+// when MPEG audio begins where the synchsafe size ends, that is the tag's true end, and no write
+// may reach past it.
+qint64 realTagExtent(TagFile& file, qint64 start, const uint8_t size[4], qint64 plainSize) {
+    if ((size[0] | size[1] | size[2] | size[3]) & 0x80) return plainSize;
+    qint64 end = 10 + ((qint64(size[0]) << 21) | (qint64(size[1]) << 14) | (qint64(size[2]) << 7) |
+                       qint64(size[3]));
+    uint8_t at[3] = {0, 0, 0};
+    if (end >= plainSize || file.readAt(start + end, at, 3) != 3) return plainSize;
+    if (at[0] == '3' && at[1] == 'D' && at[2] == 'I') { // a footer closes the tag
+        end += 10;
+        if (end >= plainSize || file.readAt(start + end, at, 2) != 2) return plainSize;
+    }
+    return (at[0] == 0xFF && (at[1] & 0xE0) == 0xE0) ? end : plainSize;
+}
+
 } // namespace
 
 const std::array<clsID3v2::Prop, 16>& clsID3v2::props() {
@@ -338,18 +355,21 @@ bool clsID3v2::Save() {
     }
     const qint64 pos = FindTag(file);
     qint64 shiftBy = newSize;
-    if (pos > 0) {
+    // A marker met further into the file may be bytes of the audio: it is never written over,
+    // and a new tag goes in at the head instead.
+    if (pos == 4) {
         uint8_t sizeBytes[4];
         if (file.readAt(pos + 2, sizeBytes, 4) != 4) {
             fail(EIO, QStringLiteral("The tag's size could not be read"));
             return false;
         }
-        const qint64 oldSize = readBE32(sizeBytes);
+        qint64 oldSize = readBE32(sizeBytes);
         if (oldSize < 0) {
             // Shifting by more than the size itself can say is refused rather than guessed.
             fail(EOVERFLOW, QStringLiteral("The tag's size is out of range"));
             return false;
         }
+        oldSize = realTagExtent(file, pos - 4, sizeBytes, oldSize);
         if (T < oldSize) {
             putBE32(buf, 6, oldSize);
             if (!file.writeAt(pos - 4, buf.constData(), T)) {

@@ -274,3 +274,51 @@ TEST_F(ID3v2, SaveReportsTheSystemErrorAndKeepsTheFileMode) {
     EXPECT_EQ(QFile::permissions(path) & 0x7077,
               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ReadOther);
 }
+
+TEST_F(ID3v2, AMarkerInsideTheAudioIsNeverWrittenOver) {
+    // Audio that does not stop the search, with "ID3" and a size that would fit the new tag.
+    QByteArray f3 = audio(30).replace("\xFF\xFB", "\xFF\xF3");
+    f3 += header(3, 0x4000) + QByteArray(300, '\x55') + audio(10).replace("\xFF\xFB", "\xFF\xF3");
+    const QString path = write(f3);
+    clsID3v2 t = load(path);
+    ASSERT_GT(t.TagPosition(), 4);
+    t.setTitle(QStringLiteral("Safe"));
+    ASSERT_TRUE(t.Save());
+    const QByteArray after = read(path);
+    // A new tag at the head; every byte of the file follows it unchanged.
+    ASSERT_EQ(after.size(), f3.size() + 2048);
+    EXPECT_EQ(after.mid(2048), f3);
+    EXPECT_EQ(load(path).Title(), QStringLiteral("Safe"));
+}
+
+TEST_F(ID3v2, ASynchsafeSizeFromElsewhereEndsWhereTheAudioBegins) {
+    // 1 KiB of padding in a synchsafe size: read plainly it reaches into the audio.
+    const QByteArray frames = frame("TIT2", QByteArray("\0Old", 4));
+    const uint32_t realSize = uint32_t(frames.size()) + 1024;
+    const QByteArray sound = audio(40);
+    const QByteArray file =
+        header(4, synchsafe(realSize)) + frames + QByteArray(1024, '\0') + sound;
+    ASSERT_GT(readBE32(file, 6), realSize);
+    const QString path = write(file);
+
+    clsID3v2 t = load(path);
+    t.setTitle(QStringLiteral("Shorter"));
+    ASSERT_TRUE(t.Save()); // fits: in place, within the real tag
+    QByteArray after = read(path);
+    EXPECT_EQ(after.size(), file.size());
+    EXPECT_EQ(after.right(sound.size()), sound);
+
+    // Larger than the real tag, smaller than its size read plainly.
+    t = load(path);
+    t.setLyrics(QString(1500, QLatin1Char('y')));
+    ASSERT_TRUE(t.Save());
+    after = read(path);
+    EXPECT_EQ(after.right(sound.size()), sound);
+
+    t = load(path);
+    t.setLyrics(QString(3000, QLatin1Char('x')));
+    ASSERT_TRUE(t.Save()); // larger: shifted, the audio whole behind the new tag
+    after = read(path);
+    EXPECT_EQ(after.right(sound.size()), sound);
+    EXPECT_EQ(load(path).Lyrics(), QString(3000, QLatin1Char('x')));
+}

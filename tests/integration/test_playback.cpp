@@ -1,0 +1,128 @@
+#include "integration/VeldorProcess.h"
+#include "support/MediaFiles.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QImage>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr qint64 kBytesPerSecond = 44100 * 4;
+
+qint64 sizeOf(const QString& path) {
+    return QFileInfo(path).size();
+}
+
+// Waits until `path` holds at least `bytes` and then stops growing; its final size.
+qint64 waitForOutput(const QString& path, qint64 bytes, int timeoutMs = 20000) {
+    QElapsedTimer clock;
+    clock.start();
+    while (sizeOf(path) < bytes && clock.elapsed() < timeoutMs)
+        QThread::msleep(50);
+    qint64 last = -1;
+    while (sizeOf(path) != last && clock.elapsed() < timeoutMs) {
+        last = sizeOf(path);
+        QThread::msleep(600);
+    }
+    return sizeOf(path);
+}
+
+bool waitForText(const QString& path, const QByteArray& text, int timeoutMs = 15000) {
+    QElapsedTimer clock;
+    clock.start();
+    while (clock.elapsed() < timeoutMs) {
+        if (VeldorProcess::read(path).contains(text)) return true;
+        QThread::msleep(100);
+    }
+    return false;
+}
+
+// A program playing into a raw pcm file.
+class Playback : public ::testing::Test {
+protected:
+    void SetUp() override {
+        v.setEnv(QStringLiteral("VELDOR_AO"), QStringLiteral("pcm"));
+        v.setEnv(QStringLiteral("VELDOR_AO_FILE"), pcm());
+        VeldorProcess::write(v.file(QStringLiteral("settings.ini")),
+                             "[Settings]\r\nUseSystemTraySupport=0\r\n");
+    }
+    QString pcm() { return v.file(QStringLiteral("out.raw")); }
+    QString media(const QString& name) { return v.file(QStringLiteral("media/") + name); }
+    VeldorProcess v;
+};
+
+TEST_F(Playback, AFileFromTheCommandLinePlaysOnceToThePcmOutput) {
+    QDir().mkpath(v.file(QStringLiteral("media")));
+    ASSERT_TRUE(MediaFiles::makeMp3(media(QStringLiteral("a.mp3")), 1.0));
+    v.start({media(QStringLiteral("a.mp3"))});
+    ASSERT_NE(v.waitForWindow(), 0u);
+    const qint64 size = waitForOutput(pcm(), kBytesPerSecond * 9 / 10);
+    // One second of the song (the decoder adds its padding), and nothing after it.
+    EXPECT_NEAR(double(size), double(kBytesPerSecond), 0.1 * kBytesPerSecond);
+    QThread::msleep(800);
+    EXPECT_EQ(sizeOf(pcm()), size);
+    EXPECT_TRUE(v.running());
+    v.exitThroughMenu();
+    EXPECT_TRUE(v.waitForExit());
+}
+
+// Files the engine cannot play: the message of the failure path, never a crash or a hang.
+TEST_F(Playback, BadFilesGiveTheErrorMessageAndTheProgramStaysUsable) {
+    QDir().mkpath(v.file(QStringLiteral("media")));
+    VeldorProcess::write(media(QStringLiteral("text.mp3")), QByteArray(5000, 'x'));
+    VeldorProcess::write(media(QStringLiteral("empty.mp3")), QByteArray());
+    ASSERT_TRUE(MediaFiles::makeMp3(media(QStringLiteral("whole.mp3")), 2.0));
+    const QByteArray whole = VeldorProcess::read(media(QStringLiteral("whole.mp3")));
+    VeldorProcess::write(media(QStringLiteral("cut.mp3")), whole.left(whole.size() / 3));
+    for (const char* name : {"text.mp3", "empty.mp3"}) {
+        VeldorProcess one;
+        one.setEnv(QStringLiteral("VELDOR_AO"), QStringLiteral("null"));
+        one.start({media(QString::fromLatin1(name))});
+        ASSERT_NE(one.waitForWindow(), 0u) << name;
+        EXPECT_TRUE(waitForText(one.dialogLog(), "Error Playing Media File")) << name;
+        EXPECT_TRUE(one.running()) << name;
+        one.exitThroughMenu();
+        EXPECT_TRUE(one.waitForExit()) << name;
+    }
+    // A truncated MP3 plays what it holds.
+    v.start({media(QStringLiteral("cut.mp3"))});
+    ASSERT_NE(v.waitForWindow(), 0u);
+    const qint64 size = waitForOutput(pcm(), kBytesPerSecond / 2);
+    EXPECT_NEAR(double(size), 2.0 / 3 * kBytesPerSecond, 0.15 * kBytesPerSecond);
+    EXPECT_FALSE(VeldorProcess::read(v.dialogLog()).contains("Error"));
+    v.exitThroughMenu();
+    EXPECT_TRUE(v.waitForExit());
+}
+
+TEST_F(Playback, AVideoFileOpensTheVideoWindowWithItsPicture) {
+    QDir().mkpath(v.file(QStringLiteral("media")));
+    const QString clip = media(QStringLiteral("clip.avi"));
+    ASSERT_TRUE(MediaFiles::makeVideo(clip, 8.0, false)); // no sound track at all
+    v.setEnv(QStringLiteral("VELDOR_AO"), QStringLiteral("null"));
+    v.setEnv(QStringLiteral("VELDOR_VO"), QStringLiteral("gpu,x11"));
+    v.start({clip});
+    ASSERT_NE(v.waitForWindow(), 0u);
+    QThread::msleep(2500);
+    const QString shot = v.file(QStringLiteral("shot.png"));
+    ASSERT_TRUE(MediaFiles::run(QStringLiteral("import"),
+                                {QStringLiteral("-window"), QStringLiteral("root"), shot}));
+    const QImage image(shot);
+    ASSERT_FALSE(image.isNull());
+    // The test picture's colour bars: many strongly coloured pixels, which the main window has
+    // none of.
+    qint64 vivid = 0;
+    for (int y = 0; y < image.height(); y += 2)
+        for (int x = 0; x < image.width(); x += 2) {
+            const QColor c = image.pixelColor(x, y);
+            if (c.hsvSaturation() > 200 && c.value() > 150) ++vivid;
+        }
+    EXPECT_GT(vivid, 2000) << shot.toStdString();
+    EXPECT_FALSE(VeldorProcess::read(v.dialogLog()).contains("Error"));
+    v.exitThroughMenu();
+    EXPECT_TRUE(v.waitForExit());
+}
+
+} // namespace

@@ -1,5 +1,6 @@
 #include "playback/FrmPlaying.h"
 
+#include "core/App.h"
 #include "system/modWindows.h"
 
 #include <QGuiApplication>
@@ -20,6 +21,8 @@ FrmPlaying::FrmPlaying(QWidget* parent)
                           Qt::WindowDoesNotAcceptFocus),
       m_label(new QLabel(this)), m_timer(new QTimer(this)) {
     setObjectName(QStringLiteral("FrmPlaying"));
+    // Borderless, so the title is never seen; it only must not pass for the main window's.
+    setWindowTitle(App::Title() + QStringLiteral(" Alert"));
     setAccessibleName(QStringLiteral("Song alert"));
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);

@@ -159,6 +159,8 @@ const char* const kLayout[] = {
     "mnuTagsUseID3v2Tags",
     "-",
     "mnuWindowsDisableGlobalHotkeys",
+    "mnuWindowsShowEachSongAsItsPlayed",
+    "mnuWindowsShowLyricsWhenAvailable",
     "<",
     ">mnuHelp|&Help",
     "mnuCheckForUpdates",
@@ -260,6 +262,8 @@ const Entry kEntries[] = {
     {"mnuTagsShowTagsAsFilesArePlayed", "Show Tags As Files Are &Played", true},
     {"mnuTagsUseID3v2Tags", "Use ID3v&2 Tags", true},
     {"mnuWindowsDisableGlobalHotkeys", "&Disable Global Hotkeys", true},
+    {"mnuWindowsShowEachSongAsItsPlayed", "Show &Each Song As Its Played", true},
+    {"mnuWindowsShowLyricsWhenAvailable", "Show L&yrics When Available", true},
     {"mnuCheckForUpdates", "Check For &Updates...", false},
     {"mnuAbout", "&About VELDOR...", false},
 };

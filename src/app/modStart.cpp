@@ -13,10 +13,13 @@
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
 #include "playback/FrmVideo.h"
+#include "playback/Lyrics.h"
 #include "playback/PlayNext.h"
 #include "playback/Player.h"
+#include "playback/SongAlert.h"
 #include "playback/Sound.h"
 #include "playback/SoundCheck.h"
+#include "playback/TrackAdvance.h"
 #include "playlists/AddMedia.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
@@ -117,6 +120,8 @@ int Sub_Main(int argc, char** argv) {
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
     const auto video = PlayerWiring_install(window);
+    TrackAdvance_install(ctx);
+    LyricsAlerts_install(ctx);
     Sound_install(ctx);
     PlayNext_install(ctx);
     Tracking_install(ctx);
@@ -125,6 +130,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    lyrics_SetReader(tags_ReadLyrics);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

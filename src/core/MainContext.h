@@ -1,6 +1,7 @@
 #pragma once
 #include <QObject>
 #include <QString>
+#include <QStringList>
 #include <functional>
 
 class Commands;
@@ -43,6 +44,8 @@ public:
     bool PlaylistBusy = false;
     int RandomHistoryCount = 0;
     int RandomHistoryPosition = 0;
+    // Random picks, oldest first.
+    QStringList RandomFilenames;
     int PlayingRowIndex = 0; // 1-based, 0 for none
     bool PlayerPaused = false;
     QString PausedFilename;

@@ -26,6 +26,12 @@ public:
     virtual Texts readID3v2(const QString& filename) = 0;
     // "mm:ss" of the stream, as the row's Length shows it; a null text leaves the cell alone.
     virtual QString lengthText(const QString& filename) = 0;
+    // The album of the ID3v2 tag (`id3v2`) or of the ID3v1 tag; "" where the reader has none.
+    virtual QString readAlbum(const QString& filename, bool id3v2) {
+        (void)filename;
+        (void)id3v2;
+        return {};
+    }
     // What a row needs of one file at once; a reader may serve it from a single open.
     struct Song {
         Texts v1, v2;

@@ -25,6 +25,16 @@ public:
         tag.setFilename(filename);
         return {tag.Artist(), tag.Title(), tag.Year()};
     }
+    QString readAlbum(const QString& filename, bool id3v2) override {
+        if (id3v2) {
+            clsID3v2 tag;
+            tag.setFilename(filename);
+            return tag.Album();
+        }
+        clsID3v1 tag;
+        tag.setFilename(filename);
+        return tag.Album();
+    }
     QString lengthText(const QString& filename) override {
         media_ReadMP3Info(filename);
         return media_LengthText();

@@ -78,8 +78,9 @@ unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
     while (!deadline.hasExpired() && running()) {
         const QString ids =
             run(QStringLiteral("xdotool"),
-                {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                 QString::number(pid()), QStringLiteral("--name"), QStringLiteral("^VELDOR$")});
+                {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--onlyvisible"),
+                 QStringLiteral("--pid"), QString::number(pid()), QStringLiteral("--name"),
+                 QStringLiteral("^VELDOR$")});
         if (!ids.isEmpty()) {
             m_window = ids.split('\n').constFirst().toULong();
             QThread::msleep(300); // let the start-up finish its last steps
@@ -110,8 +111,9 @@ void VeldorProcess::requestClose() {
     for (int attempt = 0; attempt < 5 && running(); ++attempt) {
         const QString ids =
             run(QStringLiteral("xdotool"),
-                {QStringLiteral("search"), QStringLiteral("--onlyvisible"), QStringLiteral("--pid"),
-                 QString::number(pid()), QStringLiteral("--name"), QStringLiteral("^VELDOR$")});
+                {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--onlyvisible"),
+                 QStringLiteral("--pid"), QString::number(pid()), QStringLiteral("--name"),
+                 QStringLiteral("^VELDOR$")});
         if (!ids.isEmpty()) m_window = ids.split('\n').constFirst().toULong();
         sendDeleteWindow(m_window);
         if (m_process.waitForFinished(3000)) return;

@@ -5,7 +5,9 @@
 #include "app/WindowUpdate.h"
 #include "core/Commands.h"
 #include "core/MainContext.h"
+#include "playback/FrmLyrics.h"
 #include "playback/FrmVideo.h"
+#include "playback/Lyrics.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
 
@@ -46,6 +48,18 @@ void driveWindowUpdateByEvents(FrmMain& window) {
     window.tmrWindowUpdate()->setInterval(1000);
 }
 
+// Brings the main window back: the tray's Open and a click on the song alert.
+void mnuOpen_Click(FrmMain& window) {
+    if (window.ctx().WindowClosing) return;
+    if (window.ctx().WindowWasMaximized)
+        window.showMaximized();
+    else if (window.isMinimized())
+        window.showNormal();
+    window.show();
+    window.raise();
+    window.activateWindow();
+}
+
 } // namespace
 
 std::unique_ptr<FrmVideo> PlayerWiring_install(FrmMain& window) {
@@ -54,6 +68,11 @@ std::unique_ptr<FrmVideo> PlayerWiring_install(FrmMain& window) {
     ctx.tmrWindowUpdate_Timer = [&window] { tmrWindowUpdate_Timer(window); };
     MenuHelp_install(ctx, window.menuBar());
     driveWindowUpdateByEvents(window);
+    ctx.commands().setHandler(QStringLiteral("mnuOpen"), [&window] { mnuOpen_Click(window); });
+    // The lyrics window passes its keys on, as the video window does.
+    lyrics_Window().keyTarget = [&window](QKeyEvent* event) {
+        QCoreApplication::sendEvent(&window, event);
+    };
 
     auto video = std::make_unique<FrmVideo>(ctx, &window);
     video->install();

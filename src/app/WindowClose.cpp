@@ -5,6 +5,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
+#include "playback/Lyrics.h"
 #include "playlists/ListFiles.h"
 #include "playlists/ListModel.h"
 #include "playlists/PlaylistCombo.h"
@@ -54,6 +55,7 @@ void window_SaveSettingsOnClose(FrmMain& window) {
     ListModel& list = ctx.lstvPlaylist();
     ctx.call(ctx.player_Stop);
     ctx.call(ctx.video_SaveSize);
+    lyrics_SaveSize();
     window.tmrPosition()->stop();
     window.tmrWindowUpdate()->stop();
     window_CloseAll(window);

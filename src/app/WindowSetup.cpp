@@ -13,6 +13,7 @@
 #include "core/SliderModel.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
+#include "playback/Lyrics.h"
 #include "playback/wmpPlayer.h"
 #include "playlists/ListFiles.h"
 #include "playlists/ListModel.h"
@@ -130,6 +131,7 @@ void window_Setup(FrmMain& window) {
 
     // 5. The video window's size and first place.
     ctx.call(ctx.video_GetSize);
+    lyrics_GetSize();
 
     // 6. Key hints behind the captions.
     MainMenus::appendKeyHints(c);

@@ -11,6 +11,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLayout>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTimer>
@@ -172,15 +173,25 @@ void FrmVideo::video_Update() {
 void FrmVideo::video_GetSize() {
     const double h = settings_Number(kSection, QStringLiteral("Height"), QStringLiteral("3705"));
     const double w = settings_Number(kSection, QStringLiteral("Width"), QStringLiteral("6000"));
-    resize(modWindows::twipsToPixels(int(w), this), modWindows::twipsToPixels(int(h), this));
+    // The row of controls sets a minimum wider than the stored size: place the size the window
+    // will really have when it shows.
+    if (layout()) layout()->activate();
+    const QSize size =
+        QSize(modWindows::twipsToPixels(int(w), this), modWindows::twipsToPixels(int(h), this))
+            .expandedTo(minimumSizeHint());
+    resize(size);
     if (m_main) {
         // Against the lower right of the main window, kept on its screen.
         const QRect main = m_main->frameGeometry();
-        QPoint at(main.right() - width(), main.bottom() - height());
+        QPoint at(main.right() - size.width(), main.bottom() - size.height());
         if (const QScreen* screen = m_main->screen()) {
             const QRect area = screen->availableGeometry();
-            at.setX(qBound(area.left(), at.x(), qMax(area.left(), area.right() - width())));
-            at.setY(qBound(area.top(), at.y(), qMax(area.top(), area.bottom() - height())));
+            // The frame the window manager adds, as the main window has it.
+            const QSize frame = main.size() - m_main->size();
+            const int right = area.right() + 1 - size.width() - frame.width();
+            const int bottom = area.bottom() + 1 - size.height() - frame.height();
+            at.setX(qBound(area.left(), at.x(), qMax(area.left(), right)));
+            at.setY(qBound(area.top(), at.y(), qMax(area.top(), bottom)));
         }
         move(at);
     }

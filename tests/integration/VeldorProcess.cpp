@@ -105,6 +105,15 @@ void VeldorProcess::exitThroughMenu() {
     run(QStringLiteral("xdotool"), {QStringLiteral("key"), QStringLiteral("x")});
 }
 
+void VeldorProcess::runMenu(const QString& menuKey, const QString& itemKey) {
+    const QString id = QString::number(m_window);
+    run(QStringLiteral("xdotool"), {QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
+    run(QStringLiteral("xdotool"),
+        {QStringLiteral("key"), QStringLiteral("--window"), id, QStringLiteral("alt+") + menuKey});
+    QThread::msleep(400);
+    run(QStringLiteral("xdotool"), QStringList{QStringLiteral("key")} + itemKey.split(' '));
+}
+
 void VeldorProcess::requestClose() {
     // Start-up may still swap the native window (window flags), so ask again on the window that
     // is current until the process answers.

@@ -26,6 +26,9 @@ public:
 
     // As a user would: File, Exit through the keyboard.
     void exitThroughMenu();
+    // A menu entry through the keyboard: alt+`menuKey`, then the keys of `itemKey` ("s",
+    // "a Return").
+    void runMenu(const QString& menuKey, const QString& itemKey);
     // The window manager's close request (the title bar's close button).
     void requestClose();
     void terminate() { m_process.terminate(); }

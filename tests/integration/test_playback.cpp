@@ -5,6 +5,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QImage>
+#include <QMap>
+#include <QProcess>
 #include <QThread>
 #include <gtest/gtest.h>
 
@@ -120,6 +122,22 @@ TEST_F(Playback, AVideoFileOpensTheVideoWindowWithItsPicture) {
             if (c.hsvSaturation() > 200 && c.value() > 150) ++vivid;
         }
     EXPECT_GT(vivid, 2000) << shot.toStdString();
+    // Its first place keeps its whole width, wider than the stored size, on the screen.
+    QProcess xdotool;
+    xdotool.start(QStringLiteral("sh"),
+                  {QStringLiteral("-c"),
+                   QStringLiteral("xdotool getwindowgeometry --shell $(xdotool search --all "
+                                  "--onlyvisible --pid %1 --name '^VELDOR Video$' | head -1)")
+                       .arg(v.pid())});
+    xdotool.waitForFinished(10000);
+    QMap<QString, int> geometry;
+    for (const QByteArray& line : xdotool.readAllStandardOutput().split('\n'))
+        if (const int eq = line.indexOf('='); eq > 0)
+            geometry.insert(QString::fromUtf8(line.left(eq)), line.mid(eq + 1).toInt());
+    ASSERT_TRUE(geometry.contains(QStringLiteral("WIDTH")));
+    EXPECT_GE(geometry.value(QStringLiteral("X")), 0);
+    EXPECT_LE(geometry.value(QStringLiteral("X")) + geometry.value(QStringLiteral("WIDTH")), 1280);
+    EXPECT_LE(geometry.value(QStringLiteral("Y")) + geometry.value(QStringLiteral("HEIGHT")), 1024);
     EXPECT_FALSE(VeldorProcess::read(v.dialogLog()).contains("Error"));
     v.exitThroughMenu();
     EXPECT_TRUE(v.waitForExit());

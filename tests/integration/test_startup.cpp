@@ -52,6 +52,8 @@ TEST_P(ExitLeaves, SettingsPlaylistAndLog) {
     EXPECT_EQ(settings(v, "Playback", "LastPlayed"), "1");
     EXPECT_EQ(settings(v, "Playback", "PlaylistUsed"), "");
     EXPECT_NE(settings(v, "Position_MainWindow", "Window_Width"), "<absent>");
+    EXPECT_NE(settings(v, "Lyrics", "Width"), "<absent>");
+    EXPECT_NE(settings(v, "Lyrics", "Height"), "<absent>");
     // The rows of the run come back renumbered, paths intact.
     EXPECT_EQ(VeldorProcess::read(v.file("Playlists/default.spp")),
               sppRow("01", "/music/a b, é.mp3") + sppRow("02", "/music/c.mp3"));

@@ -5,7 +5,9 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QStandardPaths>
 #include <QThread>
+#include <cstdio>
 #include <xcb/xcb.h>
 
 namespace {
@@ -93,7 +95,16 @@ unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
 
 bool VeldorProcess::waitForExit(int timeoutMs) {
     if (m_process.state() == QProcess::NotRunning) return true;
-    return m_process.waitForFinished(timeoutMs);
+    if (m_process.waitForFinished(timeoutMs)) return true;
+    // A program that does not end is a fault to diagnose: say where every thread stands.
+    if (running() && !QStandardPaths::findExecutable(QStringLiteral("gdb")).isEmpty())
+        fprintf(stderr, "%s\n",
+                run(QStringLiteral("gdb"),
+                    {QStringLiteral("-p"), QString::number(pid()), QStringLiteral("-batch"),
+                     QStringLiteral("-ex"), QStringLiteral("thread apply all bt")})
+                    .toLocal8Bit()
+                    .constData());
+    return false;
 }
 
 void VeldorProcess::exitThroughMenu() {

@@ -17,8 +17,8 @@ public:
 
     void start(const QStringList& arguments = {});
     // Waits until the main window is mapped; its X window id, or 0.
-    unsigned long waitForWindow(int timeoutMs = 20000);
-    bool waitForExit(int timeoutMs = 20000);
+    unsigned long waitForWindow(int timeoutMs = 40000);
+    bool waitForExit(int timeoutMs = 40000);
     int exitCode() const { return m_process.exitCode(); }
     bool running() const { return m_process.state() != QProcess::NotRunning; }
     qint64 pid() const { return m_process.processId(); }

@@ -223,7 +223,7 @@ const Entry kEntries[] = {
     {"mnuStop", "&Stop", false},
     {"mnuPrevious", "Pre&vious", false},
     {"mnuNextTrack", "&Next", false},
-    {"mnuNextTrackAdvanced", "Next (&Advanced)", false},
+    {"mnuNextTrackAdvanced", "Next (A&dvanced)", false},
     {"mnuRandom", "Rando&m", false},
     {"mnuPlayNext", "Play Ne&xt...", false},
     {"mnuRewind", "&Rewind", false},

@@ -1,9 +1,8 @@
 // Loudness measured on the real engine's output: raw s16 stereo written by ao=pcm.
-#if __has_include("playback/MpvPlayer.h") && __has_include("support/MediaFiles.h")
 #include "SoundFixture.h"
 
-#include "playback/MpvPlayer.h"
 #include "support/MediaFiles.h"
+#include "support/PcmEngine.h"
 
 #include <QSignalSpy>
 #include <cmath>
@@ -11,7 +10,7 @@
 
 namespace {
 
-constexpr qsizetype kBytesPerSecond = 44100 * 4;
+constexpr qsizetype kBytesPerSecond = PcmEngine::kBytesPerSecond;
 
 struct Level {
     double left = 0, right = 0; // RMS of each channel
@@ -42,24 +41,19 @@ double dB(double level, double reference) {
 class SoundEngine : public SoundFixture {
 protected:
     void SetUp() override {
-        m_oldAo = qgetenv("VELDOR_AO");
-        m_oldFile = qgetenv("VELDOR_AO_FILE");
-        qputenv("VELDOR_AO", "pcm");
-        qputenv("VELDOR_AO_FILE", home.file(QStringLiteral("out.raw")).toUtf8());
-        mpv = std::make_unique<MpvPlayer>();
-        ASSERT_TRUE(mpv->isValid());
+        engine = std::make_unique<PcmEngine>(home);
+        ASSERT_TRUE(engine->player().isValid());
         SoundFixture::SetUp();
-        ctx.setPlayer(mpv.get());
+        ctx.setPlayer(&engine->player());
         tone = home.file(QStringLiteral("tone.wav"));
         ASSERT_TRUE(MediaFiles::makeWav(tone, 1.0, 440, 0.9));
     }
     void TearDown() override {
         SoundFixture::TearDown();
-        mpv.reset();
-        qputenv("VELDOR_AO", m_oldAo);
-        qputenv("VELDOR_AO_FILE", m_oldFile);
+        ctx.setPlayer(nullptr);
+        engine.reset();
     }
-    QByteArray output() const { return TempHome::readFile(home.file(QStringLiteral("out.raw"))); }
+    QByteArray output() const { return engine->output(); }
     // A song start: load, the stored volume, play. Returns the
     // level of the song in the output once it has played to its end.
     Level playSong(const QString& file) {
@@ -84,9 +78,8 @@ protected:
         return full.left;
     }
 
-    std::unique_ptr<MpvPlayer> mpv;
+    std::unique_ptr<PcmEngine> engine;
     QString tone;
-    QByteArray m_oldAo, m_oldFile;
 };
 
 TEST_F(SoundEngine, VolumeFollowsTheSliderInDecibels) {
@@ -147,4 +140,3 @@ TEST_F(SoundEngine, MuteIsNearSilenceWhileTheSliderStays) {
 }
 
 } // namespace
-#endif

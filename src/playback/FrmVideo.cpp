@@ -91,6 +91,11 @@ FrmVideo::FrmVideo(MainContext& ctx, QWidget* mainWindow)
     m_lblVolume->setBuddy(m_volume);
     m_lblBalance->setBuddy(m_balance);
     row->addStretch(1);
+    // The bars belong to the maximized window only.
+    for (QWidget* w : {static_cast<QWidget*>(m_lblPosition), static_cast<QWidget*>(m_position),
+                       static_cast<QWidget*>(m_lblVolume), static_cast<QWidget*>(m_volume),
+                       static_cast<QWidget*>(m_lblBalance), static_cast<QWidget*>(m_balance)})
+        w->hide();
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -166,13 +171,16 @@ void FrmVideo::video_Update() {
     for (QWidget* w : {static_cast<QWidget*>(m_lblPosition), static_cast<QWidget*>(m_position),
                        static_cast<QWidget*>(m_lblVolume), static_cast<QWidget*>(m_volume),
                        static_cast<QWidget*>(m_lblBalance), static_cast<QWidget*>(m_balance)})
-        if (w->isVisible() != maximized) w->setVisible(maximized);
+        // isHidden, not isVisible: the row must shrink before the window is first shown too.
+        if (w->isHidden() == maximized) w->setVisible(maximized);
 }
 
 void FrmVideo::video_GetSize() {
     const double h = settings_Number(kSection, QStringLiteral("Height"), QStringLiteral("3705"));
     const double w = settings_Number(kSection, QStringLiteral("Width"), QStringLiteral("6000"));
-    resize(modWindows::twipsToPixels(int(w), this), modWindows::twipsToPixels(int(h), this));
+    // Never smaller than the button row, or the window grows after it has been placed.
+    resize(QSize(modWindows::twipsToPixels(int(w), this), modWindows::twipsToPixels(int(h), this))
+               .expandedTo(minimumSizeHint()));
     if (m_main) {
         // Against the lower right of the main window, kept on its screen.
         const QRect main = m_main->frameGeometry();

@@ -92,10 +92,7 @@ FrmVideo::FrmVideo(MainContext& ctx, QWidget* mainWindow)
     m_lblBalance->setBuddy(m_balance);
     row->addStretch(1);
     // The bars belong to the maximized window only.
-    for (QWidget* w : {static_cast<QWidget*>(m_lblPosition), static_cast<QWidget*>(m_position),
-                       static_cast<QWidget*>(m_lblVolume), static_cast<QWidget*>(m_volume),
-                       static_cast<QWidget*>(m_lblBalance), static_cast<QWidget*>(m_balance)})
-        w->hide();
+    showBars(false);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -168,11 +165,15 @@ void FrmVideo::video_Update() {
     if (c.isEnabled(QStringLiteral("mnuVideoWindow")) != entry)
         c.setEnabled(QStringLiteral("mnuVideoWindow"), entry);
     if (!m_opened) return;
+    showBars(maximized);
+}
+
+void FrmVideo::showBars(bool shown) {
     for (QWidget* w : {static_cast<QWidget*>(m_lblPosition), static_cast<QWidget*>(m_position),
                        static_cast<QWidget*>(m_lblVolume), static_cast<QWidget*>(m_volume),
                        static_cast<QWidget*>(m_lblBalance), static_cast<QWidget*>(m_balance)})
         // isHidden, not isVisible: the row must shrink before the window is first shown too.
-        if (w->isHidden() == maximized) w->setVisible(maximized);
+        if (w->isHidden() == shown) w->setVisible(shown);
 }
 
 void FrmVideo::video_GetSize() {
@@ -229,10 +230,19 @@ void FrmVideo::video_Close() {
 }
 
 void FrmVideo::setFullScreen(bool on) {
-    if (on)
+    const bool maximized = windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (on) {
+        if (!maximized) m_normalSize = size();
         showMaximized();
-    else
+    } else {
+        // Without the bars first, or the wide bar row holds the restored window at its width.
+        showBars(false);
         showNormal();
+        // Let the layouts take the smaller minimum first, or the resize is clamped.
+        QCoreApplication::sendPostedEvents(m_bottom, QEvent::LayoutRequest);
+        QCoreApplication::sendPostedEvents(this, QEvent::LayoutRequest);
+        if (m_normalSize.isValid()) resize(m_normalSize);
+    }
     video_Update();
 }
 
@@ -258,7 +268,8 @@ void FrmVideo::closeEvent(QCloseEvent* event) {
 
 void FrmVideo::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    video_Update();
+    // Later, not inside the resize: showing the bars resizes the window again.
+    QTimer::singleShot(0, this, &FrmVideo::video_Update);
 }
 
 void FrmVideo::keyPressEvent(QKeyEvent* event) {

@@ -3,6 +3,7 @@
 #include "support/TempHome.h"
 
 #include <QCoreApplication>
+#include <QPushButton>
 #include <QScrollBar>
 #include <gtest/gtest.h>
 
@@ -30,6 +31,15 @@ TEST(VideoWindow, NormalWindowKeepsItsStoredSizeWithoutTheBars) {
     QCoreApplication::processEvents();
     EXPECT_EQ(video.size(), stored);
     EXPECT_TRUE(video.findChild<QScrollBar*>(QStringLiteral("klsPosition"))->isHidden());
+    // Full screen shows the bars; back to normal gives the stored size again.
+    video.findChild<QPushButton*>(QStringLiteral("klbFullScreen"))->click();
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(video.findChild<QScrollBar*>(QStringLiteral("klsPosition"))->isHidden());
+    video.findChild<QPushButton*>(QStringLiteral("klbNormal"))->click();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(video.findChild<QScrollBar*>(QStringLiteral("klsPosition"))->isHidden());
+    EXPECT_EQ(video.size(), stored);
     ctx.video_Close();
     EXPECT_FALSE(video.isVisible());
     qputenv("VELDOR_AO", oldAo);

@@ -72,7 +72,10 @@ void FrmMain::buildWidgets() {
     row->setContentsMargins(8, 0, 4, 0);
     row->setSpacing(4);
     m_position = makeSlider(QStringLiteral("sldPosition"), QStringLiteral("Position"), sliders);
-    m_position->setFixedWidth(160);
+    // The position slider gives way first, so the group never drops into the overflow menu.
+    m_position->setMinimumWidth(60);
+    m_position->setMaximumWidth(QWIDGETSIZE_MAX);
+    m_position->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
     row->addWidget(m_position);
     row->addSpacing(6);
     ui_BindSlider(m_position, m_ctx.sldPosition(), true);
@@ -89,7 +92,7 @@ void FrmMain::buildWidgets() {
     row->addWidget(m_balance);
     ui_BindSlider(m_volume, m_ctx.sldVolume(), false);
     ui_BindSlider(m_balance, m_ctx.sldBalance(), false);
-    sliders->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+    sliders->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     m_toolbar->addWidget(sliders);
     addToolBar(Qt::TopToolBarArea, m_toolbar);
     m_toolbar->hide(); // shown by its menu state at start-up

@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTimer>
 
 namespace {
 
@@ -94,7 +95,10 @@ void MenuHelp_install(MainContext& ctx, QMenuBar* bar) {
         });
         QObject::connect(menu, &QMenu::aboutToHide, &ctx, [&ctx, bar] {
             // Moving from one menu to the next hides one and shows another: wait for the last.
-            if (!bar->activeAction()) menu_Closed(ctx);
+            // The bar lets go of its active entry only after the menu has hidden, so look then.
+            QTimer::singleShot(0, bar, [&ctx, bar] {
+                if (!bar->activeAction()) menu_Closed(ctx);
+            });
         });
     }
 }

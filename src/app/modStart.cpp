@@ -77,7 +77,6 @@ void writeFirstRunHeader() {
 int Sub_Main(int argc, char** argv) {
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("veldor"));
-    QApplication::setApplicationDisplayName(App::Title());
     QApplication::setApplicationVersion(App::versionText());
     QApplication::setDesktopFileName(QStringLiteral("veldor"));
     setlocale(LC_NUMERIC, "C"); // the media engine refuses other numeric locales

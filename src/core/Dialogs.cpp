@@ -1,5 +1,6 @@
 #include "core/Dialogs.h"
 
+#include "core/App.h"
 #include "core/DialogScript.h"
 
 #include <QApplication>
@@ -19,8 +20,7 @@ bool g_envChecked = false;
 QPointer<QWidget> g_parent;
 
 Responder* active() {
-    if (g_responder)
-        return g_responder;
+    if (g_responder) return g_responder;
     if (!g_envChecked) {
         g_envChecked = true;
         g_responder = ScriptedResponder::fromEnvironment();
@@ -45,10 +45,8 @@ FileResult runFileDialog(const FileRequest& r, bool save) {
         dlg.setNameFilters(filters);
         dlg.selectNameFilter(filters.value(qBound(1, r.filterIndex, int(filters.size())) - 1));
     }
-    if (!r.fileName.isEmpty())
-        dlg.selectFile(r.fileName);
-    if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty())
-        return {};
+    if (!r.fileName.isEmpty()) dlg.selectFile(r.fileName);
+    if (dlg.exec() != QDialog::Accepted || dlg.selectedFiles().isEmpty()) return {};
     FileResult result;
     result.path = dlg.selectedFiles().constFirst();
     if (several && dlg.selectedFiles().size() > 1) {
@@ -67,8 +65,12 @@ void setResponder(Responder* responder) {
     g_responder = responder;
     g_envChecked = true;
 }
-Responder* responder() { return active(); }
-void setParentWindow(QWidget* parent) { g_parent = parent; }
+Responder* responder() {
+    return active();
+}
+void setParentWindow(QWidget* parent) {
+    g_parent = parent;
+}
 
 QStringList convertFilter(const QString& filter) {
     QStringList parts = filter.split(QLatin1Char('|'));
@@ -83,10 +85,9 @@ QStringList convertFilter(const QString& filter) {
 
 int msgBox(const QString& text, int flags, const QString& title) {
     const Asked asked{QStringLiteral("message"), title, text, flags};
-    if (Responder* r = active())
-        return r->message(asked);
+    if (Responder* r = active()) return r->message(asked);
     QMessageBox box(g_parent);
-    box.setWindowTitle(title);
+    box.setWindowTitle(title.isEmpty() ? App::Title() : title);
     box.setText(withoutTrailingBreaks(text).trimmed());
     if ((flags & 0x30) == vbExclamation)
         box.setIcon(QMessageBox::Warning);
@@ -106,13 +107,15 @@ int msgBox(const QString& text, int flags, const QString& title) {
 
 FileResult showOpen(const FileRequest& request) {
     if (Responder* r = active())
-        return r->file({QStringLiteral("open"), request.title, request.filter, request.flags}, request);
+        return r->file({QStringLiteral("open"), request.title, request.filter, request.flags},
+                       request);
     return runFileDialog(request, false);
 }
 
 FileResult showSave(const FileRequest& request) {
     if (Responder* r = active())
-        return r->file({QStringLiteral("save"), request.title, request.filter, request.flags}, request);
+        return r->file({QStringLiteral("save"), request.title, request.filter, request.flags},
+                       request);
     return runFileDialog(request, true);
 }
 

@@ -92,6 +92,8 @@ FrmVideo::FrmVideo(MainContext& ctx, QWidget* mainWindow)
     m_lblVolume->setBuddy(m_volume);
     m_lblBalance->setBuddy(m_balance);
     row->addStretch(1);
+    // The bars belong to the maximized window only.
+    showBars(false);
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -164,18 +166,22 @@ void FrmVideo::video_Update() {
     if (c.isEnabled(QStringLiteral("mnuVideoWindow")) != entry)
         c.setEnabled(QStringLiteral("mnuVideoWindow"), entry);
     if (!m_opened) return;
+    showBars(maximized);
+}
+
+void FrmVideo::showBars(bool shown) {
     for (QWidget* w : {static_cast<QWidget*>(m_lblPosition), static_cast<QWidget*>(m_position),
                        static_cast<QWidget*>(m_lblVolume), static_cast<QWidget*>(m_volume),
                        static_cast<QWidget*>(m_lblBalance), static_cast<QWidget*>(m_balance)})
-        if (w->isVisible() != maximized) w->setVisible(maximized);
+        // isHidden, not isVisible: the row must shrink before the window is first shown too.
+        if (w->isHidden() == shown) w->setVisible(shown);
 }
 
 void FrmVideo::video_GetSize() {
     const double h = settings_Number(kSection, QStringLiteral("Height"), QStringLiteral("3705"));
     const double w = settings_Number(kSection, QStringLiteral("Width"), QStringLiteral("6000"));
-    // The row of controls sets a minimum wider than the stored size: place the size the window
-    // will really have when it shows.
     if (layout()) layout()->activate();
+    // Never smaller than the button row, or the window grows after it has been placed.
     const QSize size =
         QSize(modWindows::twipsToPixels(int(w), this), modWindows::twipsToPixels(int(h), this))
             .expandedTo(minimumSizeHint());
@@ -183,7 +189,7 @@ void FrmVideo::video_GetSize() {
     if (m_main) {
         // Against the lower right of the main window, kept on its screen.
         const QRect main = m_main->frameGeometry();
-        QPoint at(main.right() - size.width(), main.bottom() - size.height());
+        QPoint at(main.x() + main.width() - size.width(), main.y() + main.height() - size.height());
         if (const QScreen* screen = m_main->screen()) {
             const QRect area = screen->availableGeometry();
             // The frame the window manager adds, as the main window has it.
@@ -232,10 +238,19 @@ void FrmVideo::video_Close() {
 }
 
 void FrmVideo::setFullScreen(bool on) {
-    if (on)
+    const bool maximized = windowState() & (Qt::WindowMaximized | Qt::WindowFullScreen);
+    if (on) {
+        if (!maximized) m_normalSize = size();
         showMaximized();
-    else
+    } else {
+        // Without the bars first, or the wide bar row holds the restored window at its width.
+        showBars(false);
         showNormal();
+        // Let the layouts take the smaller minimum first, or the resize is clamped.
+        QCoreApplication::sendPostedEvents(m_bottom, QEvent::LayoutRequest);
+        QCoreApplication::sendPostedEvents(this, QEvent::LayoutRequest);
+        if (m_normalSize.isValid()) resize(m_normalSize);
+    }
     video_Update();
 }
 
@@ -261,7 +276,8 @@ void FrmVideo::closeEvent(QCloseEvent* event) {
 
 void FrmVideo::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
-    video_Update();
+    // Later, not inside the resize: showing the bars resizes the window again.
+    QTimer::singleShot(0, this, &FrmVideo::video_Update);
 }
 
 void FrmVideo::keyPressEvent(QKeyEvent* event) {

@@ -37,6 +37,7 @@ protected:
 private:
     void tick();
     void setFullScreen(bool on);
+    void showBars(bool shown);
 
     MainContext& m_ctx;
     QWidget* m_main;
@@ -48,4 +49,5 @@ private:
     QLabel *m_lblPosition, *m_lblVolume, *m_lblBalance;
     QTimer* m_timer;
     bool m_opened = false;
+    QSize m_normalSize;
 };

@@ -27,7 +27,12 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     if (!index.isValid() || index.row() >= count() || index.column() >= columns()) return {};
     const Row& r = m_rows[size_t(index.row())];
     switch (role) {
-    case Qt::DisplayRole:
+    case Qt::DisplayRole: {
+        // A list control's text ends at a NUL; tags padded with NULs keep them in the cell.
+        const QString& text = r.cells.value(index.column());
+        const qsizetype nul = text.indexOf(QChar(0));
+        return nul < 0 ? text : text.left(nul);
+    }
     case Qt::EditRole:
     case Qt::AccessibleTextRole:
     case Qt::ToolTipRole:

@@ -9,16 +9,16 @@
 
 namespace {
 
-TEST(VideoPlace, AWindowWiderThanItsStoredSizeStaysOnTheScreen) {
+TEST(VideoPlace, ItsFirstPlaceIsAgainstTheMainWindowAndOnTheScreen) {
     TempHome home;
     MainContext ctx;
     QWidget main;
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
     // The main window hard against the lower right corner.
-    main.setGeometry(area.right() - 300, area.bottom() - 200, 300, 200);
+    main.setGeometry(area.right() + 1 - 300, area.bottom() + 1 - 200, 300, 200);
     FrmVideo video(ctx, &main);
     video.video_GetSize();
-    // The stored 6000 twips are narrower than the row of controls: the real width is placed.
+    // Never narrower than its row of controls.
     EXPECT_GE(video.width(), video.minimumSizeHint().width());
     EXPECT_GE(video.x(), area.left());
     EXPECT_GE(video.y(), area.top());

@@ -6,18 +6,16 @@
 #include "ui/ListView.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
-#include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
 FrmAdjustVolumes::FrmAdjustVolumes(MainContext& ctx, QWidget* parent)
-    : QWidget(parent), m_rules(AdjustVolumes::of(ctx)) {
+    : StoredListWindow([this] { m_rules.tmrWindowUpdate_Timer(); }, 60, parent),
+      m_rules(AdjustVolumes::of(ctx)) {
     setObjectName(QStringLiteral("FrmAdjustVolumes"));
     setAccessibleName(QStringLiteral("Adjust Volumes"));
     resize(600, 380);
@@ -73,55 +71,4 @@ FrmAdjustVolumes::FrmAdjustVolumes(MainContext& ctx, QWidget* parent)
     connect(lstvItems, &ListView::contextMenuAt, this, [this](const QPoint& at) {
         if (m_rules.lstvItems().isEnabled()) mnuMenu->popup(at);
     });
-
-    tmrWindowUpdate = new QTimer(this);
-    tmrWindowUpdate->setObjectName(QStringLiteral("tmrWindowUpdate"));
-    tmrWindowUpdate->setInterval(50);
-    connect(tmrWindowUpdate, &QTimer::timeout, this, [this] { m_rules.tmrWindowUpdate_Timer(); });
-}
-
-FrmAdjustVolumes& FrmAdjustVolumes::showFor(MainContext& ctx) {
-    static QPointer<FrmAdjustVolumes> window;
-    static MainContext* owner = nullptr;
-    if (!window || owner != &ctx) {
-        window = new FrmAdjustVolumes(ctx);
-        owner = &ctx;
-        // The window shows the context's rules, so it goes with them.
-        QObject::connect(&ctx, &QObject::destroyed, [w = window] { delete w.data(); });
-    }
-    window->show();
-    window->raise();
-    window->activateWindow();
-    return *window;
-}
-
-void FrmAdjustVolumes::closeEvent(QCloseEvent* event) {
-    event->ignore();
-    hide();
-}
-
-void FrmAdjustVolumes::showEvent(QShowEvent* event) {
-    // The enabling follows the rows only while someone can see it.
-    m_rules.tmrWindowUpdate_Timer();
-    tmrWindowUpdate->start();
-    fitColumns();
-    QWidget::showEvent(event);
-}
-
-void FrmAdjustVolumes::hideEvent(QHideEvent* event) {
-    tmrWindowUpdate->stop();
-    QWidget::hideEvent(event);
-}
-
-void FrmAdjustVolumes::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    fitColumns();
-}
-
-void FrmAdjustVolumes::fitColumns() {
-    const int width = lstvItems->viewport()->width();
-    const int artist = width / 5, title = width / 5, volume = 60;
-    // The file name takes the rest, less a margin for the scroll bar (360 twips).
-    lstvItems->setColumnWidths(
-        {artist, title, volume, qMax(60, width - artist - title - volume - 24)});
 }

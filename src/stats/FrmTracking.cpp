@@ -6,14 +6,11 @@
 #include "ui/ListView.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenu>
-#include <QPointer>
 #include <QPushButton>
-#include <QTimer>
 #include <QToolButton>
 #include <QVBoxLayout>
 
@@ -31,7 +28,8 @@ QToolButton* panel(QWidget* parent, const char* name, const char* text, QMenu* m
 } // namespace
 
 FrmTracking::FrmTracking(MainContext& ctx, QWidget* parent)
-    : QWidget(parent), m_rules(Tracking::of(ctx)) {
+    : StoredListWindow([this] { m_rules.tmrWindowUpdate_Timer(); }, 60, parent),
+      m_rules(Tracking::of(ctx)) {
     setObjectName(QStringLiteral("FrmTracking"));
     setAccessibleName(QStringLiteral("Tracking"));
     resize(620, 400);
@@ -97,56 +95,4 @@ FrmTracking::FrmTracking(MainContext& ctx, QWidget* parent)
             [this](int key, Qt::KeyboardModifiers, bool* handled) {
                 if (m_rules.Form_KeyDown(key)) *handled = true;
             });
-
-    tmrWindowUpdate = new QTimer(this);
-    tmrWindowUpdate->setObjectName(QStringLiteral("tmrWindowUpdate"));
-    tmrWindowUpdate->setInterval(50);
-    connect(tmrWindowUpdate, &QTimer::timeout, this, [this] { m_rules.tmrWindowUpdate_Timer(); });
-}
-
-FrmTracking& FrmTracking::showFor(MainContext& ctx) {
-    static QPointer<FrmTracking> window;
-    static MainContext* owner = nullptr;
-    if (!window || owner != &ctx) {
-        window = new FrmTracking(ctx);
-        owner = &ctx;
-        // The window shows the context's rules, so it goes with them.
-        QObject::connect(&ctx, &QObject::destroyed, [w = window] { delete w.data(); });
-    }
-    window->show();
-    window->raise();
-    window->activateWindow();
-    return *window;
-}
-
-void FrmTracking::closeEvent(QCloseEvent* event) {
-    // The close button only hides: the counts go on.
-    event->ignore();
-    hide();
-}
-
-void FrmTracking::showEvent(QShowEvent* event) {
-    // The enabling follows the rows only while someone can see it.
-    m_rules.tmrWindowUpdate_Timer();
-    tmrWindowUpdate->start();
-    fitColumns();
-    QWidget::showEvent(event);
-}
-
-void FrmTracking::hideEvent(QHideEvent* event) {
-    tmrWindowUpdate->stop();
-    QWidget::hideEvent(event);
-}
-
-void FrmTracking::resizeEvent(QResizeEvent* event) {
-    QWidget::resizeEvent(event);
-    fitColumns();
-}
-
-void FrmTracking::fitColumns() {
-    const int width = lstvItems->viewport()->width();
-    const int artist = width / 5, title = width / 5, played = 60;
-    // The file name takes the rest, less a margin for the scroll bar (360 twips).
-    lstvItems->setColumnWidths(
-        {artist, title, played, qMax(60, width - artist - title - played - 24)});
 }

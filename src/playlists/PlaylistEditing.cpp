@@ -12,6 +12,7 @@
 #include "playlists/PlaylistRows.h"
 #include "playlists/modControls.h"
 
+#include <QAction>
 #include <functional>
 
 using namespace PlaylistColumn;
@@ -151,6 +152,8 @@ void mnuCut_Click(MainContext& ctx) {
     ctx.commands().setChecked(QStringLiteral("mnuCut"), true);
     mnuCopy_Click(ctx);
     ctx.commands().setChecked(QStringLiteral("mnuCut"), false);
+    // The mark is only a flag for the copy: the menu entry shows no box.
+    ctx.commands().action(QStringLiteral("mnuCut"))->setCheckable(false);
 }
 
 void mnuPaste_Click(MainContext& ctx) {

@@ -151,6 +151,7 @@ TEST_F(PlaylistEditingTest, CopyCutAndPasteThroughTheRowClipboard) {
     EXPECT_EQ(artists(), QStringList({"C", "", "E", "B", "B"}));
     EXPECT_EQ(ctx.PlayingRowIndex, 4) << "a cut leaves the playing index";
     EXPECT_FALSE(ctx.commands().isChecked("mnuCut"));
+    EXPECT_FALSE(ctx.commands().action("mnuCut")->isCheckable());
     EXPECT_EQ(column(Number), QStringList({"01", "02", "03", "04", "05"}));
 
     mnuClear_Click(ctx);

@@ -11,10 +11,10 @@
 #include <xcb/xcb.h>
 
 namespace {
-QString run(const QString& program, const QStringList& args) {
+QString run(const QString& program, const QStringList& args, int timeoutMs = 10000) {
     QProcess p;
     p.start(program, args);
-    p.waitForFinished(10000);
+    p.waitForFinished(timeoutMs);
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
@@ -49,7 +49,10 @@ VeldorProcess::VeldorProcess() : m_env(QProcessEnvironment::systemEnvironment())
     m_env.insert(QStringLiteral("VELDOR_VO"), QStringLiteral("null"));
     m_env.insert(QStringLiteral("VELDOR_DIALOG_LOG"), dialogLog());
     m_env.remove(QStringLiteral("QT_QPA_PLATFORM"));
-    m_process.setProcessChannelMode(QProcess::SeparateChannels);
+    // Files, not pipes: nobody drains a pipe while a test sleeps, and a full one stalls the
+    // program.
+    m_process.setStandardOutputFile(m_logs.filePath(QStringLiteral("stdout.log")));
+    m_process.setStandardErrorFile(m_logs.filePath(QStringLiteral("stderr.log")));
 }
 
 VeldorProcess::~VeldorProcess() {
@@ -90,20 +93,40 @@ unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
         }
         QThread::msleep(100);
     }
+    describeFailure("no main window");
     return 0;
+}
+
+void VeldorProcess::describeFailure(const char* what) {
+    fprintf(stderr, "--- %s; the program is %s\n", what,
+            running() ? "still running"
+                      : qPrintable(QStringLiteral("gone, exit code %1 status %2")
+                                       .arg(m_process.exitCode())
+                                       .arg(int(m_process.exitStatus()))));
+    if (running()) {
+        fprintf(stderr, "its windows: %s\n",
+                qPrintable(
+                    run(QStringLiteral("xdotool"),
+                        {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--pid"),
+                         QString::number(pid()), QStringLiteral("--name"), QStringLiteral(".")})));
+        if (!QStandardPaths::findExecutable(QStringLiteral("gdb")).isEmpty())
+            fprintf(stderr, "%s\n",
+                    qPrintable(
+                        run(QStringLiteral("gdb"),
+                            {QStringLiteral("-p"), QString::number(pid()), QStringLiteral("-batch"),
+                             QStringLiteral("-ex"), QStringLiteral("thread apply all bt")},
+                            60000)));
+    }
+    fprintf(stderr, "stderr:\n%s\ndialogs:\n%s\n",
+            read(m_logs.filePath(QStringLiteral("stderr.log"))).right(8000).constData(),
+            read(dialogLog()).right(4000).constData());
 }
 
 bool VeldorProcess::waitForExit(int timeoutMs) {
     if (m_process.state() == QProcess::NotRunning) return true;
     if (m_process.waitForFinished(timeoutMs)) return true;
     // A program that does not end is a fault to diagnose: say where every thread stands.
-    if (running() && !QStandardPaths::findExecutable(QStringLiteral("gdb")).isEmpty())
-        fprintf(stderr, "%s\n",
-                run(QStringLiteral("gdb"),
-                    {QStringLiteral("-p"), QString::number(pid()), QStringLiteral("-batch"),
-                     QStringLiteral("-ex"), QStringLiteral("thread apply all bt")})
-                    .toLocal8Bit()
-                    .constData());
+    describeFailure("did not exit");
     return false;
 }
 

@@ -20,9 +20,13 @@ public:
     unsigned long waitForWindow(int timeoutMs = 40000);
     bool waitForExit(int timeoutMs = 40000);
     int exitCode() const { return m_process.exitCode(); }
-    bool running() const { return m_process.state() != QProcess::NotRunning; }
+    // Polls: without an event loop QProcess learns of an exit only when asked.
+    bool running() {
+        m_process.waitForFinished(0);
+        return m_process.state() != QProcess::NotRunning;
+    }
     qint64 pid() const { return m_process.processId(); }
-    QByteArray output() { return m_process.readAllStandardOutput(); }
+    QByteArray output() const { return read(m_logs.filePath(QStringLiteral("stdout.log"))); }
 
     // As a user would: File, Exit through the keyboard.
     void exitThroughMenu();
@@ -43,7 +47,10 @@ public:
 
 private:
     QProcessEnvironment environment() const;
+    // Prints what a stuck or vanished program leaves to go on: state, threads, stderr, dialogs.
+    void describeFailure(const char* what);
     QTemporaryDir m_home;
+    QTemporaryDir m_logs; // the program's stdout and stderr, kept out of its data folder
     QProcess m_process;
     QProcessEnvironment m_env;
     unsigned long m_window = 0;

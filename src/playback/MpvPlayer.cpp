@@ -38,6 +38,10 @@ MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
     opt("idle", "yes");
     opt("keep-open", "no");
     opt("load-scripts", "no");
+    // The built-in script threads serve mpv's own window and keys, which we never show.
+    opt("load-stats-overlay", "no");
+    opt("load-osd-console", "no");
+    opt("load-auto-profiles", "no");
     opt("ytdl", "no");
     opt("osc", "no");
     opt("osd-level", "0");

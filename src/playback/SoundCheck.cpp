@@ -16,6 +16,9 @@ bool device_SoundAvailable() {
     mpv_set_option_string(h, "idle", "yes");
     mpv_set_option_string(h, "terminal", "no");
     mpv_set_option_string(h, "config", "no");
+    for (const char* script : {"load-scripts", "load-stats-overlay", "load-osd-console", "osc",
+                               "ytdl", "load-auto-profiles"})
+        mpv_set_option_string(h, script, "no");
     mpv_set_option_string(h, "volume", "0");
     if (mpv_initialize(h) < 0) {
         mpv_terminate_destroy(h);

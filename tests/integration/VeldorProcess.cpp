@@ -18,10 +18,16 @@ QString run(const QString& program, const QStringList& args, int timeoutMs = 100
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
-// Sends WM_DELETE_WINDOW as a window manager does when the close button is pressed.
-void sendDeleteWindow(unsigned long window) {
+// Sends WM_DELETE_WINDOW as a window manager does when the close button is pressed, and waits
+// for the server to take it: a request left behind by a closing connection may be dropped.
+// Returns what was sent, or what went wrong.
+QString sendDeleteWindow(unsigned long window) {
     xcb_connection_t* c = xcb_connect(nullptr, nullptr);
-    if (!c || xcb_connection_has_error(c)) return;
+    if (!c || xcb_connection_has_error(c)) {
+        const int error = c ? xcb_connection_has_error(c) : -1;
+        if (c) xcb_disconnect(c);
+        return QStringLiteral("no connection (%1)").arg(error);
+    }
     auto atom = [c](const char* name) {
         xcb_intern_atom_reply_t* r =
             xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, uint16_t(strlen(name)), name), nullptr);
@@ -36,10 +42,14 @@ void sendDeleteWindow(unsigned long window) {
     ev.type = atom("WM_PROTOCOLS");
     ev.data.data32[0] = atom("WM_DELETE_WINDOW");
     ev.data.data32[1] = XCB_CURRENT_TIME;
-    xcb_send_event(c, 0, xcb_window_t(window), XCB_EVENT_MASK_NO_EVENT,
-                   reinterpret_cast<const char*>(&ev));
-    xcb_flush(c);
+    xcb_generic_error_t* error = xcb_request_check(
+        c, xcb_send_event_checked(c, 0, xcb_window_t(window), XCB_EVENT_MASK_NO_EVENT,
+                                  reinterpret_cast<const char*>(&ev)));
+    const QString result = error ? QStringLiteral("X error %1").arg(error->error_code)
+                                 : QStringLiteral("sent %1/%2").arg(ev.type).arg(ev.data.data32[0]);
+    free(error);
     xcb_disconnect(c);
+    return result;
 }
 } // namespace
 
@@ -104,11 +114,13 @@ void VeldorProcess::describeFailure(const char* what) {
                                        .arg(m_process.exitCode())
                                        .arg(int(m_process.exitStatus()))));
     if (running()) {
-        fprintf(stderr, "its windows: %s\n",
-                qPrintable(
-                    run(QStringLiteral("xdotool"),
-                        {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--pid"),
-                         QString::number(pid()), QStringLiteral("--name"), QStringLiteral(".")})));
+        const QString windows =
+            run(QStringLiteral("xdotool"),
+                {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--pid"),
+                 QString::number(pid()), QStringLiteral("--name"), QStringLiteral(".")});
+        for (const QString& id : windows.split('\n', Qt::SkipEmptyParts))
+            fprintf(stderr, "window %s:\n%s\n", qPrintable(id),
+                    qPrintable(run(QStringLiteral("xprop"), {QStringLiteral("-id"), id})));
         if (!QStandardPaths::findExecutable(QStringLiteral("gdb")).isEmpty())
             fprintf(stderr, "%s\n",
                     qPrintable(
@@ -117,7 +129,7 @@ void VeldorProcess::describeFailure(const char* what) {
                              QStringLiteral("-ex"), QStringLiteral("thread apply all bt")},
                             60000)));
     }
-    fprintf(stderr, "stderr:\n%s\ndialogs:\n%s\n",
+    fprintf(stderr, "trail: %s\nstderr:\n%s\ndialogs:\n%s\n", qPrintable(m_trail),
             read(m_logs.filePath(QStringLiteral("stderr.log"))).right(8000).constData(),
             read(dialogLog()).right(4000).constData());
 }
@@ -149,16 +161,21 @@ void VeldorProcess::runMenu(const QString& menuKey, const QString& itemKey) {
 }
 
 void VeldorProcess::requestClose() {
-    // Start-up may still swap the native window (window flags), so ask again on the window that
-    // is current until the process answers.
-    for (int attempt = 0; attempt < 5 && running(); ++attempt) {
+    // Start-up may still swap the native window, so ask again on the windows that are current
+    // until the process answers.
+    for (int attempt = 0; attempt < 8 && running(); ++attempt) {
         const QString ids =
             run(QStringLiteral("xdotool"),
                 {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--onlyvisible"),
                  QStringLiteral("--pid"), QString::number(pid()), QStringLiteral("--name"),
                  QStringLiteral("^VELDOR$")});
-        if (!ids.isEmpty()) m_window = ids.split('\n').constFirst().toULong();
-        sendDeleteWindow(m_window);
+        m_trail += QStringLiteral("close asked of [%1] after %2; ")
+                       .arg(QString(ids).replace('\n', ' '), QString::number(m_window));
+        const QStringList found = ids.split('\n', Qt::SkipEmptyParts);
+        if (!found.isEmpty()) m_window = found.constFirst().toULong();
+        for (const QString& id : found)
+            m_trail += sendDeleteWindow(id.toULong()) + QStringLiteral("; ");
+        if (found.isEmpty()) m_trail += sendDeleteWindow(m_window) + QStringLiteral("; ");
         if (m_process.waitForFinished(3000)) return;
     }
 }

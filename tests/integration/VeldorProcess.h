@@ -54,4 +54,5 @@ private:
     QProcess m_process;
     QProcessEnvironment m_env;
     unsigned long m_window = 0;
+    QString m_trail; // what the test did to the program, for the failure report
 };

@@ -25,6 +25,15 @@ QByteArray env(const char* name) {
 
 } // namespace
 
+void mpv_SetPrivateOptions(mpv_handle* mpv) {
+    // The built-in script threads serve mpv's own window and keys, which we never show.
+    for (const char* off : {"config", "terminal", "load-scripts", "load-stats-overlay",
+                            "load-osd-console", "load-auto-profiles", "ytdl", "osc",
+                            "input-default-bindings", "input-vo-keyboard", "input-cursor"})
+        mpv_set_option_string(mpv, off, "no");
+    mpv_set_option_string(mpv, "osd-level", "0");
+}
+
 MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
     setlocale(LC_NUMERIC, "C"); // the engine refuses any other numeric locale
     m_mpv = mpv_create();
@@ -32,22 +41,13 @@ MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
     auto opt = [this](const char* name, const QByteArray& value) {
         mpv_set_option_string(m_mpv, name, value.constData());
     };
-    opt("config", "no");
-    opt("terminal", qEnvironmentVariableIsSet("VELDOR_MPV_DEBUG") ? "yes" : "no");
-    if (qEnvironmentVariableIsSet("VELDOR_MPV_DEBUG")) opt("msg-level", "vo=debug");
+    mpv_SetPrivateOptions(m_mpv);
+    if (qEnvironmentVariableIsSet("VELDOR_MPV_DEBUG")) {
+        opt("terminal", "yes");
+        opt("msg-level", "vo=debug");
+    }
     opt("idle", "yes");
     opt("keep-open", "no");
-    opt("load-scripts", "no");
-    // The built-in script threads serve mpv's own window and keys, which we never show.
-    opt("load-stats-overlay", "no");
-    opt("load-osd-console", "no");
-    opt("load-auto-profiles", "no");
-    opt("ytdl", "no");
-    opt("osc", "no");
-    opt("osd-level", "0");
-    opt("input-default-bindings", "no");
-    opt("input-vo-keyboard", "no");
-    opt("input-cursor", "no");
     opt("audio-display", "no"); // cover art of an MP3 is not a video
     opt("stop-screensaver", "yes");
     opt("audio-client-name", "veldor");

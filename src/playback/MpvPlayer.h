@@ -7,6 +7,10 @@
 struct mpv_handle;
 struct mpv_event;
 
+// Options every engine of ours starts with: no user configuration, no terminal, none of mpv's own
+// scripts, window or keys. Set before mpv_initialize.
+void mpv_SetPrivateOptions(mpv_handle* mpv);
+
 // The media control on libmpv. Outputs come from the environment: VELDOR_AO (with VELDOR_AO_FILE
 // for pcm, appended across songs), VELDOR_VO. A window id embeds the picture; without one video
 // goes nowhere unless VELDOR_VO says otherwise.

@@ -1,5 +1,7 @@
 #include "playback/SoundCheck.h"
 
+#include "playback/MpvPlayer.h"
+
 #include <QByteArray>
 #include <QElapsedTimer>
 #include <clocale>
@@ -14,11 +16,7 @@ bool device_SoundAvailable() {
     if (!ao.isEmpty()) mpv_set_option_string(h, "ao", ao.constData());
     mpv_set_option_string(h, "vo", "null");
     mpv_set_option_string(h, "idle", "yes");
-    mpv_set_option_string(h, "terminal", "no");
-    mpv_set_option_string(h, "config", "no");
-    for (const char* script : {"load-scripts", "load-stats-overlay", "load-osd-console", "osc",
-                               "ytdl", "load-auto-profiles"})
-        mpv_set_option_string(h, script, "no");
+    mpv_SetPrivateOptions(h);
     mpv_set_option_string(h, "volume", "0");
     if (mpv_initialize(h) < 0) {
         mpv_terminate_destroy(h);

@@ -91,13 +91,9 @@ void VeldorProcess::start(const QStringList& arguments) {
 unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
     QDeadlineTimer deadline(timeoutMs);
     while (!deadline.hasExpired() && running()) {
-        const QString ids =
-            run(QStringLiteral("xdotool"),
-                {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--onlyvisible"),
-                 QStringLiteral("--pid"), QString::number(pid()), QStringLiteral("--name"),
-                 QStringLiteral("^VELDOR$")});
+        const QStringList ids = windows(QStringLiteral("^VELDOR$"), true);
         if (!ids.isEmpty()) {
-            m_window = ids.split('\n').constFirst().toULong();
+            m_window = ids.constFirst().toULong();
             QThread::msleep(300); // let the start-up finish its last steps
             return m_window;
         }
@@ -107,6 +103,13 @@ unsigned long VeldorProcess::waitForWindow(int timeoutMs) {
     return 0;
 }
 
+QStringList VeldorProcess::windows(const QString& namePattern, bool visibleOnly) {
+    QStringList args{QStringLiteral("search"), QStringLiteral("--all"),  QStringLiteral("--pid"),
+                     QString::number(pid()),   QStringLiteral("--name"), namePattern};
+    if (visibleOnly) args.insert(2, QStringLiteral("--onlyvisible"));
+    return run(QStringLiteral("xdotool"), args).split('\n', Qt::SkipEmptyParts);
+}
+
 void VeldorProcess::describeFailure(const char* what) {
     fprintf(stderr, "--- %s; the program is %s\n", what,
             running() ? "still running"
@@ -114,11 +117,7 @@ void VeldorProcess::describeFailure(const char* what) {
                                        .arg(m_process.exitCode())
                                        .arg(int(m_process.exitStatus()))));
     if (running()) {
-        const QString windows =
-            run(QStringLiteral("xdotool"),
-                {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--pid"),
-                 QString::number(pid()), QStringLiteral("--name"), QStringLiteral(".")});
-        for (const QString& id : windows.split('\n', Qt::SkipEmptyParts))
+        for (const QString& id : windows(QStringLiteral("."), false))
             fprintf(stderr, "window %s:\n%s\n", qPrintable(id),
                     qPrintable(run(QStringLiteral("xprop"), {QStringLiteral("-id"), id})));
         if (!QStandardPaths::findExecutable(QStringLiteral("gdb")).isEmpty())
@@ -164,14 +163,9 @@ void VeldorProcess::requestClose() {
     // Start-up may still swap the native window, so ask again on the windows that are current
     // until the process answers.
     for (int attempt = 0; attempt < 8 && running(); ++attempt) {
-        const QString ids =
-            run(QStringLiteral("xdotool"),
-                {QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--onlyvisible"),
-                 QStringLiteral("--pid"), QString::number(pid()), QStringLiteral("--name"),
-                 QStringLiteral("^VELDOR$")});
+        const QStringList found = windows(QStringLiteral("^VELDOR$"), true);
         m_trail += QStringLiteral("close asked of [%1] after %2; ")
-                       .arg(QString(ids).replace('\n', ' '), QString::number(m_window));
-        const QStringList found = ids.split('\n', Qt::SkipEmptyParts);
+                       .arg(found.join(' '), QString::number(m_window));
         if (!found.isEmpty()) m_window = found.constFirst().toULong();
         for (const QString& id : found)
             m_trail += sendDeleteWindow(id.toULong()) + QStringLiteral("; ");

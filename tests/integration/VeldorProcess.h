@@ -47,6 +47,8 @@ public:
 
 private:
     QProcessEnvironment environment() const;
+    // X window ids of this program whose names match `namePattern`.
+    QStringList windows(const QString& namePattern, bool visibleOnly);
     // Prints what a stuck or vanished program leaves to go on: state, threads, stderr, dialogs.
     void describeFailure(const char* what);
     QTemporaryDir m_home;

@@ -1,5 +1,5 @@
 #include "playlists/ListFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include <QTemporaryDir>
 #include <benchmark/benchmark.h>

@@ -3,10 +3,10 @@
 #include "core/DialogScript.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QDir>
 #include <QFile>

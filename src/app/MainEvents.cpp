@@ -8,7 +8,7 @@
 #include "core/Commands.h"
 #include "core/FrmConsole.h"
 #include "core/MainContext.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistMenus.h"

@@ -8,8 +8,8 @@
 #include "playback/FrmLyrics.h"
 #include "playback/FrmVideo.h"
 #include "playback/Lyrics.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 
 #include <QApplication>
 #include <QMenuBar>

@@ -7,8 +7,8 @@
 #include "core/SliderModel.h"
 #include "playback/Lyrics.h"
 #include "playlists/ListFiles.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 #include "system/modWindows.h"
 #include "ui/ListView.h"
 

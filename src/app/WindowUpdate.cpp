@@ -4,8 +4,8 @@
 #include "core/Commands.h"
 #include "core/MainContext.h"
 #include "playback/PlayerTimers.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
 #include "ui/ListView.h"
 

@@ -1,5 +1,6 @@
 #include "app/modStart.h"
 
+#include "app/CommandSocket.h"
 #include "app/FrmMain.h"
 #include "app/MainEvents.h"
 #include "app/PlayerWiring.h"
@@ -157,6 +158,7 @@ int Sub_Main(int argc, char** argv) {
 
     // 10. Restore the main window; from here on events drive everything.
     window_Setup(window);
+    CommandSocket::startFromEnvironment(ctx.commands(), &window);
     return app.exec();
 }
 

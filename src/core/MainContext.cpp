@@ -2,9 +2,9 @@
 
 #include "core/Commands.h"
 #include "core/SliderModel.h"
-#include "playback/ScriptedPlayer.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ScriptedPlayer.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 
 #include <QGuiApplication>
 

@@ -5,7 +5,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playlists/StoredList.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/modFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 
 #include <QSet>

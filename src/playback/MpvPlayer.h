@@ -1,5 +1,5 @@
 #pragma once
-#include "playback/wmpPlayer.h"
+#include "core/wmpPlayer.h"
 
 #include <QString>
 #include <atomic>

@@ -6,10 +6,10 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/FrmQueue.h"
-#include "playback/wmpPlayer.h"
-#include "playlists/ListModel.h"
+#include "core/wmpPlayer.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 namespace {
 

@@ -8,10 +8,10 @@
 #include "core/Settings.h"
 #include "core/SliderModel.h"
 #include "core/modFiles.h"
-#include "playback/wmpPlayer.h"
-#include "playlists/ListModel.h"
+#include "core/wmpPlayer.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <cmath>
 

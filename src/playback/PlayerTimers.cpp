@@ -5,8 +5,8 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
-#include "playback/wmpPlayer.h"
-#include "playlists/ListModel.h"
+#include "core/wmpPlayer.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 #include "tags/modMedia.h"
 

@@ -4,7 +4,7 @@
 #include "core/MainContext.h"
 #include "core/SettingsCatalogue.h"
 #include "playback/TrackAdvance.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistRows.h"
 
 namespace {

@@ -5,7 +5,7 @@
 #include "core/Settings.h"
 #include "playback/FrmPlaying.h"
 #include "playback/Lyrics.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 
 #include <QCoreApplication>

@@ -6,10 +6,10 @@
 #include "core/SliderModel.h"
 #include "playback/AdjustVolumes.h"
 #include "playback/FrmAdjustVolumes.h"
-#include "playback/wmpPlayer.h"
-#include "playlists/ListModel.h"
+#include "core/wmpPlayer.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QAction>
 #include <QApplication>

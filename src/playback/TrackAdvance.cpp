@@ -8,11 +8,11 @@
 #include "core/modMath.h"
 #include "playback/PlayModes.h"
 #include "playback/PlaylistJumps.h"
-#include "playback/wmpPlayer.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/wmpPlayer.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 namespace {
 

@@ -8,11 +8,11 @@
 #include "core/modFiles.h"
 #include "playlists/FrmEditBookmarks.h"
 #include "playlists/LineFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/MenuArray.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 namespace {
 

@@ -6,9 +6,9 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/modDirectorys.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "ui/FrmMessage.h"
 
 #include <QApplication>

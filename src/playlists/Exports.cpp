@@ -6,7 +6,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/modFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

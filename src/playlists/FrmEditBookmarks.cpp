@@ -5,8 +5,8 @@
 #include "core/modFiles.h"
 #include "playlists/Bookmarks.h"
 #include "playlists/LineFiles.h"
-#include "playlists/ListModel.h"
-#include "playlists/modControls.h"
+#include "core/ListModel.h"
+#include "core/modControls.h"
 #include "ui/ListView.h"
 
 #include <QAction>

@@ -6,9 +6,9 @@
 #include "core/Settings.h"
 #include "core/modFiles.h"
 #include "playlists/FrmAddMood.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/Moods.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "ui/ListView.h"
 
 #include <QAction>

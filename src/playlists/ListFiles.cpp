@@ -4,8 +4,8 @@
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/modFiles.h"
-#include "playlists/ListModel.h"
-#include "playlists/modControls.h"
+#include "core/ListModel.h"
+#include "core/modControls.h"
 
 #include <QFile>
 #include <QStringDecoder>

@@ -8,11 +8,11 @@
 #include "core/modFiles.h"
 #include "playlists/Exports.h"
 #include "playlists/ListFiles.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/SendToMenu.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QDir>
 #include <QFile>

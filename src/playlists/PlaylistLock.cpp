@@ -2,8 +2,8 @@
 #include "core/Commands.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
 
 // The lock hands the player to somebody who may only play and stop: it takes away the list, the

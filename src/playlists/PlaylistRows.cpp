@@ -7,9 +7,9 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/modFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistEditing.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QHash>
 

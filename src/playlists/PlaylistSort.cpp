@@ -3,10 +3,10 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/modMath.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QTime>
 #include <iterator>

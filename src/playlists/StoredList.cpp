@@ -2,7 +2,7 @@
 
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include <QFile>
 #include <QFileInfo>

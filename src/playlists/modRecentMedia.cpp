@@ -4,11 +4,11 @@
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/modFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/RecentList.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 RecentList& recent_Media() {
     static RecentList list("RecentMediaFiles", "mnuRecentMedia", "NumberofRecentMediaFiles");

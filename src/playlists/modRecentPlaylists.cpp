@@ -6,10 +6,10 @@
 #include "core/MainContext.h"
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/RecentList.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "playlists/modRecentMedia.h"
 
 RecentList& recent_Playlists() {

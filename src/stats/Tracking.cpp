@@ -7,7 +7,7 @@
 #include "core/Settings.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/StoredList.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "stats/FrmTracking.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 #include "core/Commands.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include <QObject>
 #include <QString>

@@ -5,7 +5,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/AdvancedQueue.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "tags/TagFile.h"
 #include "tags/clsID3v1.h"
 #include "tags/clsID3v2.h"

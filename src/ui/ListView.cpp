@@ -1,6 +1,6 @@
 #include "ui/ListView.h"
 
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include <QContextMenuEvent>
 #include <QDrag>

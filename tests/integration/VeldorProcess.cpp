@@ -5,6 +5,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QLocalSocket>
 #include <QStandardPaths>
 #include <QThread>
 #include <cstdio>
@@ -59,6 +60,7 @@ VeldorProcess::VeldorProcess() : m_env(QProcessEnvironment::systemEnvironment())
     m_env.insert(QStringLiteral("VELDOR_VO"), QStringLiteral("null"));
     m_env.insert(QStringLiteral("VELDOR_DIALOG_LOG"), dialogLog());
     m_env.remove(QStringLiteral("QT_QPA_PLATFORM"));
+    m_env.insert(QStringLiteral("VELDOR_COMMAND_SOCKET"), commandSocket());
     // Files, not pipes: nobody drains a pipe while a test sleeps, and a full one stalls the
     // program.
     m_process.setStandardOutputFile(m_logs.filePath(QStringLiteral("stdout.log")));
@@ -75,6 +77,29 @@ VeldorProcess::~VeldorProcess() {
 void VeldorProcess::setDialogAnswers(const QStringList& answers) {
     write(file(QStringLiteral("answers.txt")), answers.join('\n').toUtf8() + '\n');
     m_env.insert(QStringLiteral("VELDOR_DIALOG_ANSWERS"), file(QStringLiteral("answers.txt")));
+}
+
+QString VeldorProcess::commandSocket() const {
+    return m_logs.filePath(QStringLiteral("commands.sock"));
+}
+
+QString VeldorProcess::runCommand(const QString& name, int timeoutMs) {
+    m_trail += QStringLiteral("command %1; ").arg(name);
+    QDeadlineTimer deadline(timeoutMs);
+    while (!deadline.hasExpired() && running()) {
+        QLocalSocket socket;
+        socket.connectToServer(commandSocket());
+        if (socket.waitForConnected(500)) {
+            socket.write(name.toUtf8() + '\n');
+            socket.waitForBytesWritten(1000);
+            while (!socket.canReadLine() && !deadline.hasExpired())
+                if (!socket.waitForReadyRead(200) && socket.state() != QLocalSocket::ConnectedState)
+                    break;
+            if (socket.canReadLine()) return QString::fromUtf8(socket.readLine()).trimmed();
+        }
+        QThread::msleep(100);
+    }
+    return QString();
 }
 
 QProcessEnvironment VeldorProcess::environment() const {

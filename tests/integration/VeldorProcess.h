@@ -33,6 +33,10 @@ public:
     // A menu entry through the keyboard: alt+`menuKey`, then the keys of `itemKey` ("s",
     // "a Return").
     void runMenu(const QString& menuKey, const QString& itemKey);
+    // Runs a menu command by its name, as a click on its entry would, wherever the entry sits:
+    // "ok", "disabled", "unknown", or empty when the program did not answer in time. The
+    // command itself runs after the reply.
+    QString runCommand(const QString& name, int timeoutMs = 15000);
     // The window manager's close request (the title bar's close button).
     void requestClose();
     void terminate() { m_process.terminate(); }
@@ -47,6 +51,7 @@ public:
 
 private:
     QProcessEnvironment environment() const;
+    QString commandSocket() const;
     // X window ids of this program whose names match `namePattern`.
     QStringList windows(const QString& namePattern, bool visibleOnly);
     // Prints what a stuck or vanished program leaves to go on: state, threads, stderr, dialogs.

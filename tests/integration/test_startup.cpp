@@ -166,3 +166,14 @@ TEST(Startup, VersionAndHelpPrintAndLeave) {
     EXPECT_TRUE(v.output().startsWith("VELDOR 0.5.1"));
     EXPECT_FALSE(QFile::exists(v.file("settings.ini")));
 }
+
+TEST(Startup, CommandsRunByNameAsAClickWould) {
+    VeldorProcess v;
+    v.start();
+    ASSERT_NE(v.waitForWindow(), 0u);
+    EXPECT_EQ(v.runCommand(QStringLiteral("mnuNoSuchEntry")), QStringLiteral("unknown"));
+    EXPECT_EQ(v.runCommand(QStringLiteral("mnuStop")), QStringLiteral("disabled")); // nothing plays
+    EXPECT_EQ(v.runCommand(QStringLiteral("mnuExit")), QStringLiteral("ok"));
+    ASSERT_TRUE(v.waitForExit());
+    EXPECT_EQ(v.exitCode(), 0);
+}

@@ -6,14 +6,14 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/Player.h"
-#include "playback/ScriptedPlayer.h"
+#include "core/ScriptedPlayer.h"
 #include "playback/TrackAdvance.h"
 #include "playlists/ListFiles.h"
-#include "playlists/ListModel.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/ListModel.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "support/TempHome.h"
 
 #include <QDir>

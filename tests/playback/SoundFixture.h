@@ -6,9 +6,9 @@
 #include "core/Settings.h"
 #include "core/SliderModel.h"
 #include "playback/AdjustVolumes.h"
-#include "playback/ScriptedPlayer.h"
+#include "core/ScriptedPlayer.h"
 #include "playback/Sound.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 #include "support/TempHome.h"
 

@@ -1,6 +1,6 @@
 #include "SoundFixture.h"
 
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QFileInfo>
 

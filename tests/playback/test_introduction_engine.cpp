@@ -7,8 +7,8 @@
 #include "playback/Player.h"
 #include "playback/PlayerTimers.h"
 #include "playback/TrackAdvance.h"
-#include "playlists/ListModel.h"
-#include "playlists/modControls.h"
+#include "core/ListModel.h"
+#include "core/modControls.h"
 #include "support/MediaFiles.h"
 #include "support/TempHome.h"
 

@@ -6,7 +6,7 @@
 #include "playback/Lyrics.h"
 #include "playback/SongAlert.h"
 #include "playback/TrackAdvance.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "support/TempHome.h"
 #include "system/modWindows.h"
 

@@ -1,7 +1,7 @@
 #include "core/SliderModel.h"
 #include "playback/Player.h"
 #include "playback/PlayerTimers.h"
-#include "playback/ScriptedPlayer.h"
+#include "core/ScriptedPlayer.h"
 #include "playlists/RowsFixture.h"
 
 namespace {

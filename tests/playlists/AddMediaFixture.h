@@ -5,7 +5,7 @@
 #include "core/MainContext.h"
 #include "playlists/AddMedia.h"
 #include "playlists/DirectoryAdd.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"

@@ -3,7 +3,7 @@
 #include "core/DialogScript.h"
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "support/TempHome.h"
 
 #include <QDir>

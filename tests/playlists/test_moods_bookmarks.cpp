@@ -12,7 +12,7 @@
 #include "playlists/MenuArray.h"
 #include "playlists/Moods.h"
 #include "playlists/RecentList.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "playlists/modRecentMedia.h"
 #include "playlists/modRecentPlaylists.h"
 

@@ -2,8 +2,8 @@
 
 #include "core/Colors.h"
 #include "core/Settings.h"
-#include "playback/wmpPlayer.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/wmpPlayer.h"
+#include "core/PlaylistCombo.h"
 
 #include <QDir>
 #include <QFile>

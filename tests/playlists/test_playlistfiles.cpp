@@ -2,10 +2,10 @@
 
 #include "core/Commands.h"
 #include "playlists/ListFiles.h"
-#include "playlists/PlaylistCombo.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/SendToMenu.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include <QFile>
 

@@ -3,9 +3,9 @@
 #include "core/DialogScript.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 #include "stats/Tracking.h"
 #include "support/TempHome.h"
 

@@ -1,4 +1,4 @@
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include "core/Colors.h"
 

@@ -1,4 +1,4 @@
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 #include <gtest/gtest.h>
 

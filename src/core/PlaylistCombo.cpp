@@ -1,4 +1,4 @@
-#include "playlists/PlaylistCombo.h"
+#include "core/PlaylistCombo.h"
 
 void PlaylistCombo::clear() {
     m_items.clear();

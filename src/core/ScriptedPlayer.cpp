@@ -1,4 +1,4 @@
-#include "playback/ScriptedPlayer.h"
+#include "core/ScriptedPlayer.h"
 
 #include <QFileInfo>
 

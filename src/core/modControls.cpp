@@ -1,10 +1,10 @@
-#include "playlists/modControls.h"
+#include "core/modControls.h"
 
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
 #include "core/Settings.h"
 #include "core/modFiles.h"
-#include "playlists/ListModel.h"
+#include "core/ListModel.h"
 
 void listview_Renumber(ListModel& list) {
     const int count = list.count();

@@ -116,10 +116,16 @@ FrmEditTag::FrmEditTag(MainContext& ctx, QWidget* parent)
     update->setDefault(true);
     auto* close = button(this, QStringLiteral("cmdClose"), QStringLiteral("&Close"));
 
+    // The genre belongs to both tag panels (it is written to ID3v1 only).
+    m_genreRow = new QWidget(this);
+    auto* genre = new QFormLayout(m_genreRow);
+    genre->setContentsMargins(0, 0, 0, 0);
+    genre->addRow(QStringLiteral("Genre:"), cmbGenre);
     auto* right = new QVBoxLayout;
     right->addWidget(lblTitle);
     for (QWidget* p : panels)
         right->addWidget(p);
+    right->addWidget(m_genreRow);
     right->addStretch();
     auto* top = new QHBoxLayout;
     top->addLayout(sections);
@@ -230,6 +236,7 @@ void FrmEditTag::window_ShowSection(int section) {
         lblSection[i]->setFont(f);
         lblSection[i]->setCursor(i == section ? Qt::ArrowCursor : Qt::PointingHandCursor);
     }
+    m_genreRow->setVisible(section < 2);
     const QString caption = sectionCaptions().at(section);
     lblTitle->setText(QStringLiteral("Section selected:  ") + caption.left(caption.size() - 2) +
                       QLatin1Char(':'));

@@ -61,6 +61,7 @@ private:
     bool fail(const QString& text, QWidget* focus = nullptr);
 
     MainContext& m_ctx;
+    QWidget* m_genreRow = nullptr;
     int m_rowIndex = 0;
     int m_section = 0;
 };

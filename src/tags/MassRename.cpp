@@ -82,7 +82,8 @@ void MassRename::doRow(int row) {
     }
     ++m_renamed;
     if (target != file) {
-        m_pending.append({file, target});
+        m_pendingTracking.append({file, target});
+        m_pendingVolumes.append({file, target});
         const QList<int> same = m_rowsOf.take(file);
         for (int i : same)
             if (i < rows.count() && rows.text(i, Filename) == file)
@@ -93,18 +94,22 @@ void MassRename::doRow(int row) {
 }
 
 void MassRename::endSlice(bool last) {
+    // The lists are told in batches: each batch looks its rows up once and each list is written
+    // whole, so neither happens once a file. The two lists take turns in two slices, so that
+    // the window never waits for both at once.
+    if (m_volumesDue || last) {
+        m_volumesDue = false;
+        AdjustVolumes& volumes = AdjustVolumes::of(m_ctx);
+        volumes.volumes_UpdateFilenames(m_pendingVolumes, false);
+        if (!m_pendingVolumes.isEmpty()) volumes.save();
+        m_pendingVolumes.clear();
+        if (!last) return;
+    }
+    if (!last && m_sinceSave.elapsed() < 1000) return;
+    m_sinceSave.restart();
     Tracking& tracking = Tracking::of(m_ctx);
-    AdjustVolumes& volumes = AdjustVolumes::of(m_ctx);
-    if (!m_pending.isEmpty()) {
-        tracking.tracking_UpdateFilenames(m_pending, false);
-        volumes.volumes_UpdateFilenames(m_pending, false);
-        m_pending.clear();
-        m_unsaved = true;
-    }
-    if (m_unsaved && (last || m_sinceSave.elapsed() >= 1000)) {
-        m_unsaved = false;
-        tracking.save();
-        volumes.save();
-        m_sinceSave.restart();
-    }
+    tracking.tracking_UpdateFilenames(m_pendingTracking, false);
+    if (!m_pendingTracking.isEmpty()) tracking.save();
+    m_pendingTracking.clear();
+    m_volumesDue = !last;
 }

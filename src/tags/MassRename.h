@@ -8,8 +8,8 @@
 #include <QString>
 
 // Renames every tagged file of the playlist from its tags. Each file renamed is carried to its
-// rows at once and to the play counts and stored volumes at the end of the slice, so that a
-// cancel or a stop leaves the three agreeing; the two lists are written at most once a second.
+// rows at once, and to the play counts and stored volumes about once a second and at the end
+// (a cancel included), when both lists are written.
 class MassRename : public TagBatch {
     Q_OBJECT
 public:
@@ -36,9 +36,9 @@ private:
     // Playlist rows (0-based) by file name, made once: the same file may stand in many rows.
     QHash<QString, QList<int>> m_rowsOf;
     bool m_indexed = false;
-    QList<QPair<QString, QString>> m_pending;
+    QList<QPair<QString, QString>> m_pendingTracking, m_pendingVolumes;
+    bool m_volumesDue = false;
     QElapsedTimer m_sinceSave;
-    bool m_unsaved = false;
     int m_renamed = 0;
     int m_failed = 0;
 };

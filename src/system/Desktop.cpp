@@ -68,8 +68,9 @@ void Desktop_install(MainContext& ctx, QWidget* mainWindow) {
     caption(c, "mnuAboutWindows", "About &System...", false);
 
     // --- the main window's keys
-    c.setChecked(QStringLiteral("mnuKeysUseAsShortcuts"),
-                 settings_IsOn(kSettings, QStringLiteral("KeysUseAsShortcuts"), QStringLiteral("1")));
+    c.setChecked(
+        QStringLiteral("mnuKeysUseAsShortcuts"),
+        settings_IsOn(kSettings, QStringLiteral("KeysUseAsShortcuts"), QStringLiteral("1")));
     c.setChecked(QStringLiteral("mnuKeysUseAsArtistFindingKeys"),
                  settings_IsOn(kSettings, QStringLiteral("KeysUseAsArtistFindingKeys"),
                                QStringLiteral("0")));
@@ -98,7 +99,8 @@ void Desktop_install(MainContext& ctx, QWidget* mainWindow) {
         if (!ctx.commands().isChecked(QStringLiteral("mnuWindowsDisableGlobalHotkeys")))
             keys->setEnabled(true);
     });
-    QObject::connect(qApp, &QCoreApplication::aboutToQuit, keys, [keys] { keys->setEnabled(false); });
+    QObject::connect(qApp, &QCoreApplication::aboutToQuit, keys,
+                     [keys] { keys->setEnabled(false); });
 
     // --- tray
     auto* tray = new SystemTray(ctx, mainWindow);

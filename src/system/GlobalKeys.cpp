@@ -19,9 +19,15 @@ struct PrefixRule {
 };
 // In the order they are tried.
 const PrefixRule kPrefixes[] = {
-    {Ctrl | Shift, "Ctrl+Shift+"}, {Ctrl | Alt, "Ctrl+Alt+"}, {Win | Ctrl, "Win+Ctrl+"},
-    {Win | Shift, "Win+Shift+"},   {Alt | Shift, "Alt+Shift+"}, {Win | Alt, "Win+Alt+"},
-    {Alt, "Alt+"},                 {Shift, "Shift+"},           {Ctrl, "Ctrl+"},
+    {Ctrl | Shift, "Ctrl+Shift+"},
+    {Ctrl | Alt, "Ctrl+Alt+"},
+    {Win | Ctrl, "Win+Ctrl+"},
+    {Win | Shift, "Win+Shift+"},
+    {Alt | Shift, "Alt+Shift+"},
+    {Win | Alt, "Win+Alt+"},
+    {Alt, "Alt+"},
+    {Shift, "Shift+"},
+    {Ctrl, "Ctrl+"},
     {Win, "Win+"},
 };
 

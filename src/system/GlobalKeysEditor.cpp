@@ -17,28 +17,34 @@
 
 namespace {
 const QString kSection = QStringLiteral("GlobalKeys");
-const char* const kOpenTypes[] = {"Play/Pause", "Stop", "Next", "Previous",
-                                  "Mute", "Volume Up", "Volume Down"};
-const char* const kResetTypes[] = {"Play", "Stop", "Next", "Previous",
+const char* const kOpenTypes[] = {"Play/Pause", "Stop",      "Next",       "Previous",
+                                  "Mute",       "Volume Up", "Volume Down"};
+const char* const kResetTypes[] = {"Play", "Stop",      "Next",       "Previous",
                                    "Mute", "Volume Up", "Volume Down"};
 enum Column { Number = 0, Type = 1, Extension = 2, Key = 3 };
 } // namespace
 
 GlobalKeysEditor::GlobalKeysEditor(QObject* parent)
-    : QObject(parent),
-      m_items(new ListModel({QStringLiteral("Number:"), QStringLiteral("Type:"),
-                             QStringLiteral("Extension:"), QStringLiteral("Key:")},
-                            this)) {}
+    : QObject(parent), m_items(new ListModel({QStringLiteral("Number:"), QStringLiteral("Type:"),
+                                              QStringLiteral("Extension:"), QStringLiteral("Key:")},
+                                             this)) {}
 
 QStringList GlobalKeysEditor::extensionItems() {
     const QString sep(31, QLatin1Char('-'));
-    return {QStringLiteral("(None)"),    sep,
-            QStringLiteral("Alt"),       QStringLiteral("Win"),
-            QStringLiteral("Ctrl"),      QStringLiteral("Shift"),
-            sep,                         QStringLiteral("Alt+Shift"),
-            sep,                         QStringLiteral("Win+Alt"),
-            QStringLiteral("Win+Ctrl"),  QStringLiteral("Win+Shift"),
-            sep,                         QStringLiteral("Ctrl+Alt"),
+    return {QStringLiteral("(None)"),
+            sep,
+            QStringLiteral("Alt"),
+            QStringLiteral("Win"),
+            QStringLiteral("Ctrl"),
+            QStringLiteral("Shift"),
+            sep,
+            QStringLiteral("Alt+Shift"),
+            sep,
+            QStringLiteral("Win+Alt"),
+            QStringLiteral("Win+Ctrl"),
+            QStringLiteral("Win+Shift"),
+            sep,
+            QStringLiteral("Ctrl+Alt"),
             QStringLiteral("Ctrl+Shift")};
 }
 
@@ -65,9 +71,10 @@ QStringList GlobalKeysEditor::shortcutKeyItems() {
 void GlobalKeysEditor::load() {
     m_items->clear();
     for (int c = 0; c < GlobalKeys::CommandCount; ++c)
-        m_items->addRow({QString(), QLatin1String(kOpenTypes[c]),
-                         settings_Read(kSection, GlobalKeys::extKey(c)),
-                         settings_Read(kSection, GlobalKeys::keyKey(c), GlobalKeys::defaultKey(c))});
+        m_items->addRow(
+            {QString(), QLatin1String(kOpenTypes[c]),
+             settings_Read(kSection, GlobalKeys::extKey(c)),
+             settings_Read(kSection, GlobalKeys::keyKey(c), GlobalKeys::defaultKey(c))});
     listview_Renumber(*m_items);
     setApply(false);
 }
@@ -86,8 +93,7 @@ void GlobalKeysEditor::cmbExtension_Click(int row, const QString& text) {
     if (row < 1 || row > m_items->count()) return;
     // Only a 22-hyphen text would move on, and the list's separators are longer: a separator
     // chosen here is stored as it stands.
-    m_items->setText(row - 1, Extension,
-                     text == QLatin1String("(None)") ? QString() : text);
+    m_items->setText(row - 1, Extension, text == QLatin1String("(None)") ? QString() : text);
     setApply(true);
 }
 
@@ -141,9 +147,8 @@ GlobalKeysPage::GlobalKeysPage(MainContext& ctx, QWidget* parent)
     chkDisable = ui_Named(
         new QCheckBox(QStringLiteral("Disable the global hotkeys within windows..."), this),
         "chkDisableGlobalHotkeys", "Disable the global hotkeys within windows");
-    chkDisable->setChecked(settings_IsOn(QStringLiteral("Settings"),
-                                         QStringLiteral("DisableGlobalHotkeys"),
-                                         QStringLiteral("0")));
+    chkDisable->setChecked(settings_IsOn(
+        QStringLiteral("Settings"), QStringLiteral("DisableGlobalHotkeys"), QStringLiteral("0")));
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(list, 0, 0, 1, 4);
@@ -193,7 +198,8 @@ void GlobalKeysPage::showRow() {
     m_filling = true;
     txtName->setText(m_rules.typeOf(row));
     const QString ext = m_rules.extensionOf(row);
-    cmbExtension->setCurrentIndex(qMax(0, cmbExtension->findText(ext.isEmpty() ? QStringLiteral("(None)") : ext)));
+    cmbExtension->setCurrentIndex(
+        qMax(0, cmbExtension->findText(ext.isEmpty() ? QStringLiteral("(None)") : ext)));
     cmbShortcutKeys->setCurrentIndex(qMax(0, cmbShortcutKeys->findText(m_rules.keyOf(row))));
     m_filling = false;
 }

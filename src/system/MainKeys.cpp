@@ -21,23 +21,26 @@ struct KeyAction {
     const char* command; // what runs; the menu's own click when null
 };
 const KeyAction kAltKeys[] = {
-    {38, "mnuSelectedMoveUp", nullptr},
-    {40, "mnuSelectedMoveDown", nullptr},
-    {39, "mnuFontsizeIncrease", nullptr},
-    {37, "mnuFontsizeDecrease", nullptr},
-    {78, "mnuJumpToNextPlaylist", nullptr},
-    {86, "mnuJumpToPreviousPlaylist", nullptr},
-    {77, "mnuJumpToRandomPlaylist", nullptr},
-    {115, "mnuExit", nullptr},
+    {38, "mnuSelectedMoveUp", nullptr},       {40, "mnuSelectedMoveDown", nullptr},
+    {39, "mnuFontsizeIncrease", nullptr},     {37, "mnuFontsizeDecrease", nullptr},
+    {78, "mnuJumpToNextPlaylist", nullptr},   {86, "mnuJumpToPreviousPlaylist", nullptr},
+    {77, "mnuJumpToRandomPlaylist", nullptr}, {115, "mnuExit", nullptr},
 };
 const KeyAction kPlainKeys[] = {
-    {74, "mnuJumpToMedia", nullptr}, {84, "mnuJumpToTime", nullptr},
-    {77, "mnuRandom", nullptr},      {86, "mnuPrevious", nullptr},
-    {82, "mnuRewind", nullptr},      {80, "mnuPlay", nullptr},
-    {85, "mnuPause", nullptr},       {83, "mnuStop", nullptr},
-    {70, "mnuFastForward", nullptr}, {78, "mnuNextTrack", nullptr},
-    {88, "mnuPlayNext", nullptr},    {89, "mnuJumpToCurrentlyPlaying", nullptr},
-    {65, "mnuNextTrackAdvanced", nullptr}, {69, "mnuMute", nullptr},
+    {74, "mnuJumpToMedia", nullptr},
+    {84, "mnuJumpToTime", nullptr},
+    {77, "mnuRandom", nullptr},
+    {86, "mnuPrevious", nullptr},
+    {82, "mnuRewind", nullptr},
+    {80, "mnuPlay", nullptr},
+    {85, "mnuPause", nullptr},
+    {83, "mnuStop", nullptr},
+    {70, "mnuFastForward", nullptr},
+    {78, "mnuNextTrack", nullptr},
+    {88, "mnuPlayNext", nullptr},
+    {89, "mnuJumpToCurrentlyPlaying", nullptr},
+    {65, "mnuNextTrackAdvanced", nullptr},
+    {69, "mnuMute", nullptr},
 };
 
 bool shortcutMode(MainContext& ctx) {
@@ -108,16 +111,14 @@ bool Form_KeyDown(MainContext& ctx, int keyCode, int shift,
                   const std::function<void()>& closeWindow) {
     if (!shortcutMode(ctx)) {
         // Letters, digits and Esc search; the list's own movement keys stay the list's.
-        if ((keyCode >= 65 && keyCode <= 90) || (keyCode >= 48 && keyCode <= 57) ||
-            keyCode == 27) {
+        if ((keyCode >= 65 && keyCode <= 90) || (keyCode >= 48 && keyCode <= 57) || keyCode == 27) {
             window_FindArtist(ctx, QChar(keyCode));
             return true;
         }
         return false;
     }
     if (shift == vbCtrlMask) return false;
-    if (shift == vbAltMask)
-        return runTable(ctx, std::begin(kAltKeys), std::end(kAltKeys), keyCode);
+    if (shift == vbAltMask) return runTable(ctx, std::begin(kAltKeys), std::end(kAltKeys), keyCode);
     if (keyCode == 27) {
         if (closeWindow) closeWindow();
         return true;
@@ -151,7 +152,8 @@ bool MainKeyFilter::eventFilter(QObject* watched, QEvent* event) {
     if (!widget || widget->window() != m_window) return false;
     // Typing into a text field, or an open combo list, keeps its keys.
     if (qobject_cast<QLineEdit*>(widget)) return false;
-    if (qobject_cast<QAbstractItemView*>(widget) && qobject_cast<QComboBox*>(widget->parentWidget()))
+    if (qobject_cast<QAbstractItemView*>(widget) &&
+        qobject_cast<QComboBox*>(widget->parentWidget()))
         return false;
     auto* key = static_cast<QKeyEvent*>(event);
     const int code = classicCode(key);

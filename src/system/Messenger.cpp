@@ -14,8 +14,8 @@ QString messenger_Payload(const QString& title, const QString& artist, const QSt
                           const QString& album, const QString& format, bool enabled) {
     const QString sep = QStringLiteral("\\0");
     // Enabled goes in as the absolute value of the classic true (-1).
-    const QString fields[] = {type, enabled ? QStringLiteral("1") : QStringLiteral("0"), format,
-                              title, artist, album};
+    const QString fields[] = {
+        type, enabled ? QStringLiteral("1") : QStringLiteral("0"), format, title, artist, album};
     QString text = sep;
     for (const QString& f : fields)
         text += f + sep;

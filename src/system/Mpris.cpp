@@ -36,8 +36,7 @@ Mpris::Mpris(MainContext& ctx, QWidget* mainWindow) : QObject(mainWindow), m_ctx
     m_sinceRefresh.start();
 
     QDBusConnection bus = QDBusConnection::sessionBus();
-    if (bus.isConnected() &&
-        bus.registerObject(kPath, this, QDBusConnection::ExportAdaptors)) {
+    if (bus.isConnected() && bus.registerObject(kPath, this, QDBusConnection::ExportAdaptors)) {
         m_service = QStringLiteral("org.mpris.MediaPlayer2.veldor");
         // A second copy (when several are allowed) takes a name of its own.
         if (!bus.registerService(m_service)) {
@@ -263,9 +262,9 @@ void Mpris::refresh() {
     // A jump of the position that time does not explain is a seek somebody else made.
     const double now = m_ctx.player().CurrentPosition();
     if (active && !newSong) {
-        const double expected = m_lastPosition + (m_lastStatus == QLatin1String("Playing")
-                                                      ? m_sinceRefresh.elapsed() / 1000.0
-                                                      : 0.0);
+        const double expected =
+            m_lastPosition +
+            (m_lastStatus == QLatin1String("Playing") ? m_sinceRefresh.elapsed() / 1000.0 : 0.0);
         if (std::abs(now - expected) > 1.5) Q_EMIT Seeked(qlonglong(now * kMicro));
     }
     m_lastPosition = now;
@@ -291,8 +290,8 @@ void Mpris::refresh() {
         m_ctx.commands().isChecked(QStringLiteral("mnuMessengerShowSongsBeingPlayed"));
     if (messenger && newSong)
         Messenger::messenger_Update(m_ctx.PlayingDetails.Title, m_ctx.PlayingDetails.Artist,
-                                    QStringLiteral("Music"), QString(),
-                                    QStringLiteral("{1} - {0}"), true);
+                                    QStringLiteral("Music"), QString(), QStringLiteral("{1} - {0}"),
+                                    true);
     else if (messenger && !active && m_lastStatus != QLatin1String("Stopped"))
         Messenger::messenger_Update(QString(), QString(), QStringLiteral("Music"), QString(),
                                     QStringLiteral("{0} - {1}"), false);

@@ -135,9 +135,9 @@ void SystemTray::buildMenu() {
     connect(m_menu, &QMenu::aboutToShow, this, [this] {
         for (QAction* a : m_menu->actions()) {
             if (a->isSeparator()) continue;
-            const QString target = QLatin1String(
-                a->objectName() == QLatin1String("mnuPLay") ? "mnuPlay"
-                                                            : a->objectName().toLatin1().constData());
+            const QString target = QLatin1String(a->objectName() == QLatin1String("mnuPLay")
+                                                     ? "mnuPlay"
+                                                     : a->objectName().toLatin1().constData());
             a->setEnabled(!m_ctx.ModalWindowOpen && m_ctx.commands().isEnabled(target));
         }
     });
@@ -227,8 +227,8 @@ bool SystemTray::window_MinimizeToTray() {
 void SystemTray::mnuOpen_Click() {
     if (!m_main || m_ctx.WindowClosing) return;
     Commands& c = m_ctx.commands();
-    QWidget* mini = c.isChecked(QStringLiteral("mnuSwitchToMiniMode")) ? topLevel("FrmMini")
-                                                                        : nullptr;
+    QWidget* mini =
+        c.isChecked(QStringLiteral("mnuSwitchToMiniMode")) ? topLevel("FrmMini") : nullptr;
     if (mini) {
         mini->showNormal();
     } else {

@@ -2,6 +2,7 @@
 #include <QIcon>
 #include <QObject>
 #include <QPointer>
+#include <QSystemTrayIcon>
 
 class MainContext;
 class QMenu;

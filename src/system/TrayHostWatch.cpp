@@ -22,9 +22,9 @@ TrayHostWatch::TrayHostWatch(QObject* parent) : QObject(parent), m_settle(new QT
     m_settle->setInterval(150);
     connect(m_settle, &QTimer::timeout, this, &TrayHostWatch::hostAppeared);
 
-    auto* watcher = new QDBusServiceWatcher(
-        QStringLiteral("org.kde.StatusNotifierWatcher"), QDBusConnection::sessionBus(),
-        QDBusServiceWatcher::WatchForRegistration, this);
+    auto* watcher = new QDBusServiceWatcher(QStringLiteral("org.kde.StatusNotifierWatcher"),
+                                            QDBusConnection::sessionBus(),
+                                            QDBusServiceWatcher::WatchForRegistration, this);
     connect(watcher, &QDBusServiceWatcher::serviceRegistered, m_settle,
             qOverload<>(&QTimer::start));
 
@@ -41,10 +41,9 @@ TrayHostWatch::TrayHostWatch(QObject* parent) : QObject(parent), m_settle(new QT
     m_selection = atom(m_conn, "_NET_SYSTEM_TRAY_S0");
     // The announcement goes to the root window's structure listeners; the toolkit's own mask on
     // the root window is kept.
-    auto* attrs = xcb_get_window_attributes_reply(m_conn, xcb_get_window_attributes(m_conn, root),
-                                                  nullptr);
-    const uint32_t mask =
-        (attrs ? attrs->your_event_mask : 0) | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
+    auto* attrs =
+        xcb_get_window_attributes_reply(m_conn, xcb_get_window_attributes(m_conn, root), nullptr);
+    const uint32_t mask = (attrs ? attrs->your_event_mask : 0) | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
     free(attrs);
     xcb_change_window_attributes(m_conn, root, XCB_CW_EVENT_MASK, &mask);
     xcb_flush(m_conn);

@@ -151,8 +151,8 @@ void X11Hotkeys::grabAll() {
             // Said once a run, however often the bindings are installed again.
             if (!m_reported.contains(binding.toLower())) {
                 m_reported.insert(binding.toLower());
-                window_WriteLog(
-                    QStringLiteral("Global hotkey '%1' is in use by another program.").arg(binding));
+                window_WriteLog(QStringLiteral("Global hotkey '%1' is in use by another program.")
+                                    .arg(binding));
             }
         }
     }
@@ -207,8 +207,8 @@ bool X11Hotkeys::nativeEventFilter(const QByteArray& eventType, void* message, q
         return true;
     }
     if (!m_tracker.press(key->detail, key->time)) return true;
-    const QString name = GlobalKeys::window_CheckGlobalKey(
-        true, modifiersOf(key->state), GlobalKeys::keyTable()[*row].name);
+    const QString name = GlobalKeys::window_CheckGlobalKey(true, modifiersOf(key->state),
+                                                           GlobalKeys::keyTable()[*row].name);
     if (pressed) pressed(name);
     return true;
 }

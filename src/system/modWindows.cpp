@@ -105,12 +105,11 @@ void window_SetAlwaysOnTop(QWidget* window, bool onTop) {
 
 } // namespace modWindows
 
-
 namespace modWindows {
 namespace {
 unsigned internAtom(xcb_connection_t* c, const char* name) {
-    auto* r = xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, uint16_t(qstrlen(name)), name),
-                                    nullptr);
+    auto* r =
+        xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, uint16_t(qstrlen(name)), name), nullptr);
     const unsigned a = r ? r->atom : 0;
     free(r);
     return a;
@@ -183,8 +182,8 @@ void window_ShowAboutWindows(MainContext& ctx, const QString& title, QWidget* ow
     if (onTop) window_SetAlwaysOnTop(owner, false);
     ctx.ModalWindowOpen = true;
     Dialogs::msgBox(QStringLiteral("%1\n%2\n\n%3")
-                        .arg(system_WindowsName(), QSysInfo::kernelType() + QLatin1Char(' ') +
-                                                       QSysInfo::kernelVersion(),
+                        .arg(system_WindowsName(),
+                             QSysInfo::kernelType() + QLatin1Char(' ') + QSysInfo::kernelVersion(),
                              text),
                     Dialogs::vbInformation, title);
     ctx.ModalWindowOpen = false;
@@ -252,14 +251,14 @@ void system_SetScreenSaver(bool active) {
     const QString service = QStringLiteral("org.freedesktop.ScreenSaver");
     const QString path = QStringLiteral("/org/freedesktop/ScreenSaver");
     if (!active && !cookie) {
-        QDBusMessage m = QDBusMessage::createMethodCall(service, path, service,
-                                                        QStringLiteral("Inhibit"));
+        QDBusMessage m =
+            QDBusMessage::createMethodCall(service, path, service, QStringLiteral("Inhibit"));
         m << QStringLiteral("veldor") << QStringLiteral("Playing video");
         const QDBusReply<uint> reply = bus.call(m, QDBus::Block, 2000);
         if (reply.isValid()) cookie = reply.value();
     } else if (active && cookie) {
-        QDBusMessage m = QDBusMessage::createMethodCall(service, path, service,
-                                                        QStringLiteral("UnInhibit"));
+        QDBusMessage m =
+            QDBusMessage::createMethodCall(service, path, service, QStringLiteral("UnInhibit"));
         m << cookie;
         bus.call(m, QDBus::NoBlock);
         cookie = 0;
@@ -269,9 +268,8 @@ void system_SetScreenSaver(bool active) {
 bool shell_Open(const QString& file, const QString& folder) {
     if (file.contains(QLatin1String("://")) || file.startsWith(QLatin1String("mailto:")))
         return QDesktopServices::openUrl(QUrl(file));
-    const QString path = folder.isEmpty() || QDir::isAbsolutePath(file)
-                             ? file
-                             : QDir(folder).filePath(file);
+    const QString path =
+        folder.isEmpty() || QDir::isAbsolutePath(file) ? file : QDir(folder).filePath(file);
     return QDesktopServices::openUrl(QUrl::fromLocalFile(path));
 }
 
@@ -286,7 +284,8 @@ void mnuHideInTheTaskManager_Click(MainContext& ctx, QWidget* mainWindow) {
     const bool hide = !c.isChecked(menu);
     c.setChecked(menu, hide);
     window_ShowInTaskbar(mainWindow, !hide);
-    settings_Write(QStringLiteral("Settings"), QStringLiteral("HideInTheTaskManager"), hide ? 1 : 0);
+    settings_Write(QStringLiteral("Settings"), QStringLiteral("HideInTheTaskManager"),
+                   hide ? 1 : 0);
 }
 
 } // namespace modWindows

@@ -31,8 +31,8 @@ TEST_F(MainKeys, ShortcutsRunOnlyEnabledCommands) {
     key('P', vbCtrlMask); // Ctrl alone does nothing
     key(38, vbAltMask);
     key(27);
-    EXPECT_EQ(calls, (QStringList{"mnuPlay", "mnuJumpToNextPlaylist", "mnuSelectedMoveUp",
-                                  "close"}));
+    EXPECT_EQ(calls,
+              (QStringList{"mnuPlay", "mnuJumpToNextPlaylist", "mnuSelectedMoveUp", "close"}));
 }
 
 TEST_F(MainKeys, ArtistKeysWhenChosenOrWhileTheWindowIsHidden) {

@@ -1,4 +1,5 @@
 #include "core/ScriptedPlayer.h"
+#include "core/SliderModel.h"
 #include "core/Settings.h"
 #include "playlists/RowsFixture.h"
 #include "system/Messenger.h"
@@ -14,8 +15,8 @@
 namespace {
 
 TEST(MessengerPayload, FieldsInOrderWithTheTextSeparators) {
-    const QString shown = Messenger::messenger_Payload("Song", "Band", "Music", QString(),
-                                                       "{1} - {0}", true);
+    const QString shown =
+        Messenger::messenger_Payload("Song", "Band", "Music", QString(), "{1} - {0}", true);
     EXPECT_EQ(shown, "\\0Music\\01\\0{1} - {0}\\0Song\\0Band\\0\\0");
     EXPECT_EQ(Messenger::messenger_Payload({}, {}, "Music", {}, "{0} - {1}", false),
               "\\0Music\\00\\0{0} - {1}\\0\\0\\0\\0");
@@ -48,10 +49,11 @@ protected:
     }
     void playing(double length) {
         engine.setDuration(length);
-        engine.setFileName(home.file("a.mp3"));
+        makeFile("a.mp3");
+        engine.setFileName(home.file("media/a.mp3"));
         engine.Play();
         ctx.TransportState = 0;
-        ctx.PlayingDetails = {"Band", "Song", home.file("a.mp3")};
+        ctx.PlayingDetails = {"Band", "Song", home.file("media/a.mp3")};
         mpris->refresh();
     }
     void settle() { QCoreApplication::processEvents(); }
@@ -84,7 +86,7 @@ TEST_F(MprisCalls, SeekAndSetPositionIgnoreWhatCannotBe) {
     settle();
     EXPECT_EQ(calls, QStringList{"mnuNextTrack"}) << "past the end is the next song";
 
-    engine.setFileName(home.file("b.mp3"));
+    engine.setFileName(makeFile("b.mp3"));
     engine.Play();
     mpris->refresh();
     EXPECT_NE(mpris->trackId(), stale);

@@ -12,7 +12,7 @@ set -euo pipefail
 exe=${1:-build/test/src/veldor}
 secs=${2:-60}
 work=$(mktemp -d)
-trap 'kill $tpid $vpid 2>/dev/null || true; rm -rf "$work"' EXIT
+trap 'kill $tpid $vpid 2>/dev/null || true; wait 2>/dev/null || true; rm -rf "$work"' EXIT
 tck=$(getconf CLK_TCK)
 ticks() { awk '{print $14 + $15}' "/proc/$1/stat"; }
 

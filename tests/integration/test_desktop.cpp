@@ -86,10 +86,10 @@ bool iconInPanel(const QString& tip) {
     return false;
 }
 
-bool mainVisible(VeldorProcess& v) {
-    return !run(QStringLiteral("xdotool"), {"search", "--onlyvisible", "--pid",
-                                            QString::number(v.pid()), "--name", "^VELDOR$"})
-                .isEmpty();
+// Looked at by id: the tray icon's window carries the program's class too.
+bool mapped(unsigned long window) {
+    return run(QStringLiteral("xwininfo"), {"-id", QString::number(window)})
+        .contains(QStringLiteral("Map State: IsViewable"));
 }
 
 QByteArray sppRows(const QStringList& files) {
@@ -227,26 +227,27 @@ TEST_F(Desktop, TheIconComesBackWithItsTipWhenTheTrayHostReturns) {
 // it back. Without a tray host the close box exits.
 TEST_F(Desktop, CloseHidesIntoTheTrayAndOpenBringsItBack) {
     settings("[Settings]\r\nUseSystemTraySupport=1\r\n");
+    v.start();
+    const unsigned long main = v.waitForWindow();
+    ASSERT_NE(main, 0u);
+    // The tray host comes after the program: the icon docks when it appears.
     Helper tray;
     startTrayer(tray);
-    QThread::msleep(500);
-    v.start();
-    ASSERT_NE(v.waitForWindow(), 0u);
     ASSERT_TRUE(waitFor([&] { return iconInPanel(QStringLiteral("VELDOR:  Stopped")); }));
 
     v.requestClose();
-    EXPECT_TRUE(waitFor([&] { return !mainVisible(v); }));
+    EXPECT_TRUE(waitFor([&] { return !mapped(main); }));
     QThread::msleep(500);
     EXPECT_TRUE(v.running());
     EXPECT_EQ(v.runCommand(QStringLiteral("mnuOpen")), "ok");
-    EXPECT_TRUE(waitFor([&] { return mainVisible(v); }));
+    EXPECT_TRUE(waitFor([&] { return mapped(main); }));
 
     v.requestClose();
-    EXPECT_TRUE(waitFor([&] { return !mainVisible(v); }));
+    EXPECT_TRUE(waitFor([&] { return !mapped(main); }));
     const QString icon =
         run("xdotool", {"search", "--name", "^VELDOR:  Stopped$"}).section('\n', 0, 0);
     run("xdotool", {"mousemove", "--window", icon, "8", "8", "click", "1"});
-    EXPECT_TRUE(waitFor([&] { return mainVisible(v); })) << "a click on the icon opens it";
+    EXPECT_TRUE(waitFor([&] { return mapped(main); })) << "a click on the icon opens it";
 
     tray.stop();
     QThread::msleep(500);

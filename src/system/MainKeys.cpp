@@ -161,7 +161,9 @@ bool MainKeyFilter::eventFilter(QObject* watched, QEvent* event) {
     const int shift = shiftOf(key->modifiers());
     // Delete removes the selected rows as in the desktop's other lists, when no other
     // meaning is given to it.
-    if (code == 46 && shift == 0 && shortcutMode(m_ctx)) {
+    const bool inList = qobject_cast<QAbstractItemView*>(widget) ||
+                        qobject_cast<QAbstractItemView*>(widget->parentWidget());
+    if (code == 46 && shift == 0 && inList && shortcutMode(m_ctx)) {
         if (type == QEvent::ShortcutOverride) return event->accept(), true;
         return m_ctx.commands().runIfEnabled(QStringLiteral("mnuRemoveSelected")), true;
     }

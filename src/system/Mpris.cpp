@@ -11,6 +11,7 @@
 #include "system/Messenger.h"
 #include "tags/clsID3v1.h"
 
+#include <QCoreApplication>
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QFileInfo>

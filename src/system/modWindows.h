@@ -1,4 +1,5 @@
 #pragma once
+#include <QRect>
 #include <QString>
 
 class MainContext;
@@ -41,5 +42,13 @@ bool shell_Open(const QString& file, const QString& folder = {});
 bool shell_SendMail(const QString& address, const QString& subject);
 
 void mnuHideInTheTaskManager_Click(MainContext& ctx, QWidget* mainWindow);
+
+// Moves (and if need be shrinks) the window, frame included, onto the free area of the screen
+// that holds most of it.
+void window_KeepOnScreen(QWidget* window);
+// Centres the window on its screen's free area.
+void window_Center(QWidget* window);
+// `frame` moved and cut to lie inside `area`.
+QRect clampToArea(QRect frame, const QRect& area);
 
 } // namespace modWindows

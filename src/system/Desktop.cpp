@@ -1,6 +1,5 @@
 #include "system/Desktop.h"
 
-#include "core/App.h"
 #include "core/Commands.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
@@ -128,11 +127,6 @@ void Desktop_install(MainContext& ctx, QWidget* mainWindow) {
             w.raise();
             w.activateWindow();
         });
-    c.setHandler(QStringLiteral("mnuAboutWindows"), [&ctx, mainWindow] {
-        modWindows::window_ShowAboutWindows(ctx, modWindows::system_WindowsName(), mainWindow,
-                                            App::Title());
-    });
-
     // --- shell
     c.setHandler(QStringLiteral("mnuMessengerShowSongsBeingPlayed"),
                  [&ctx] { Messenger::mnuMessengerShowSongsBeingPlayed_Click(ctx); });

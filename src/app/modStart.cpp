@@ -13,6 +13,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "library/LibraryInstall.h"
 #include "playback/FrmVideo.h"
 #include "playback/Lyrics.h"
 #include "playback/PlayNext.h"
@@ -130,6 +131,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    MediaLibrary_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();

@@ -106,6 +106,10 @@ public:
     std::function<void(const QString&)> volumes_ApplyStored;
     // Play counts: artist, title, filename.
     std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
+    // Media Library: open it on the songs whose column (0 artist, 3 year) is the text; a folder
+    // chosen in the location window for it.
+    std::function<void(int, const QString&)> mediaLibrary_ShowMore;
+    std::function<void(const QString&)> mediaLibrary_AddLocation;
 
     void call(const std::function<void()>& f) {
         if (f) f();

@@ -11,6 +11,7 @@
 #include "core/modControls.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
+#include "library/ExistenceCache.h"
 #include "playlists/AddMedia.h"
 #include "playlists/LineFiles.h"
 #include "playlists/ListFiles.h"
@@ -68,6 +69,7 @@ void MediaLibrary::addRecentPlaylist(const QString& path) {
 
 void MediaLibrary::mnuNew_Click() {
     stopWork();
+    m_files->clear();
     m_artist->clear();
     m_year->clear();
     m_album->clear();

@@ -7,6 +7,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/modFiles.h"
+#include "library/ExistenceCache.h"
 #include "playlists/LineFiles.h"
 #include "playlists/ListFiles.h"
 #include "playlists/MenuArray.h"
@@ -18,18 +19,10 @@
 
 #include <QDir>
 #include <QFile>
-#include <sys/stat.h>
 
 namespace {
 
 const QString kSection = QStringLiteral("MediaLibrarySettings");
-
-// Existence by one stat call: the side lists test every row of the set at each rebuild.
-bool exists(const QString& path) {
-    if (path.isEmpty() || path.contains(QChar(0))) return false;
-    struct stat st;
-    return ::stat(QFile::encodeName(path).constData(), &st) == 0;
-}
 
 bool isMpegAudio(const QString& path) {
     const QString ext = modFiles::file_GetExtension(path).toLower();
@@ -72,7 +65,7 @@ MediaLibrary::MediaLibrary(MainContext& ctx, QObject* parent)
       m_artist(new ListModel({QStringLiteral("Artists:")}, this)),
       m_album(new ListModel({QStringLiteral("Albums:")}, this)),
       m_year(new ListModel({QStringLiteral("Year:")}, this)), m_v1(new clsID3v1),
-      m_v2(new clsID3v2) {
+      m_v2(new clsID3v2), m_files(new ExistenceCache) {
     setObjectName(QStringLiteral("FrmMediaLibraryState"));
     for (ListModel* side : {m_artist, m_album, m_year})
         side->setMultiSelect(false);
@@ -325,7 +318,7 @@ bool MediaLibrary::mood_Save(const QString& path) {
 bool MediaLibrary::readTags(int row) {
     const QStringList& cells = m_filenames->rowTexts(row);
     const QString path = cells.value(LibraryColumn::Path);
-    if (!isMpegAudio(path) || !exists(path)) return false;
+    if (!isMpegAudio(path) || !m_files->exists(path)) return false;
     TagFile file;
     const bool opened = file.open(path);
     QStringList out = cells;
@@ -366,22 +359,25 @@ void MediaLibrary::filenames_ShowID3Data() {
 void MediaLibrary::library_Update() {
     ResultsEnabled = false;
     std::vector<QStringList> artists, years, albums;
-    QSet<QString> seenArtist, seenYear, seenAlbum;
-    const auto take = [](const QString& text, QSet<QString>& seen, std::vector<QStringList>& out) {
+    QSet<QStringView> seenArtist, seenYear, seenAlbum;
+    // Keys are views into the rows, which stay as they are during the loop.
+    const auto take = [](const QString& text, QSet<QStringView>& seen,
+                         std::vector<QStringList>& out) {
         const QStringView key = shown(text);
-        if (key.isEmpty()) return;
-        const QString k = key.size() == text.size() ? text : key.toString();
-        if (seen.contains(k)) return;
-        seen.insert(k);
+        if (key.isEmpty() || seen.contains(key)) return;
+        seen.insert(key);
         out.push_back({text});
     };
+    ExistenceCache& files = *m_files;
+    files.refresh();
     const int n = m_filenames->count();
     for (int i = 0; i < n; ++i) {
         const QStringList& cells = m_filenames->rowTexts(i);
-        if (!exists(cells.value(LibraryColumn::Path))) continue;
-        take(cells.value(LibraryColumn::Artist), seenArtist, artists);
-        take(cells.value(LibraryColumn::Year), seenYear, years);
-        take(cells.value(LibraryColumn::Album), seenAlbum, albums);
+        if (cells.size() <= LibraryColumn::Path || !files.exists(cells.at(LibraryColumn::Path)))
+            continue;
+        take(cells.at(LibraryColumn::Artist), seenArtist, artists);
+        take(cells.at(LibraryColumn::Year), seenYear, years);
+        take(cells.at(LibraryColumn::Album), seenAlbum, albums);
     }
     m_artist->clear();
     m_year->clear();
@@ -414,6 +410,7 @@ void MediaLibrary::results_Find(const QString& text, int column) {
     const QString typed = shown(text).toString();
     const QString wanted = typed.toLower();
     std::vector<QStringList> found;
+    m_files->refresh();
     const int n = m_filenames->count();
     for (int i = 0; i < n; ++i) {
         const QStringList& cells = m_filenames->rowTexts(i);
@@ -422,7 +419,7 @@ void MediaLibrary::results_Find(const QString& text, int column) {
         if (cell.size() != wanted.size() && cell.size() != typed.size()) continue;
         if (cell.toString().toLower() != wanted) continue;
         const QString& path = cells.at(LibraryColumn::Path);
-        if (!exists(path)) continue;
+        if (!m_files->exists(path)) continue;
         media_ReadMP3Info(path);
         const QString length = media_FormatSeconds(leadingNumber(media_MP3State().MP3Length));
         found.push_back({cells.at(LibraryColumn::Artist), cells.at(LibraryColumn::Title),

@@ -12,6 +12,7 @@
 class Commands;
 class clsID3v1;
 class clsID3v2;
+class ExistenceCache;
 class ListModel;
 class MainContext;
 
@@ -147,5 +148,6 @@ private:
     quint64 m_generation = 0;
     std::unique_ptr<clsID3v1> m_v1;
     std::unique_ptr<clsID3v2> m_v2;
+    std::unique_ptr<ExistenceCache> m_files;
     bool m_selectingInCode = false;
 };

@@ -316,7 +316,7 @@ bool MediaLibrary::mood_Save(const QString& path) {
 }
 
 bool MediaLibrary::readTags(int row) {
-    const QStringList& cells = m_filenames->rowTexts(row);
+    const QStringList cells = m_filenames->rowTexts(row);
     const QString path = cells.value(LibraryColumn::Path);
     if (!isMpegAudio(path) || !m_files->exists(path)) return false;
     TagFile file;
@@ -359,25 +359,25 @@ void MediaLibrary::filenames_ShowID3Data() {
 void MediaLibrary::library_Update() {
     ResultsEnabled = false;
     std::vector<QStringList> artists, years, albums;
-    QSet<QStringView> seenArtist, seenYear, seenAlbum;
-    // Keys are views into the rows, which stay as they are during the loop.
-    const auto take = [](const QString& text, QSet<QStringView>& seen,
-                         std::vector<QStringList>& out) {
+    QSet<QString> seenArtist, seenYear, seenAlbum;
+    const auto take = [](const QString& text, QSet<QString>& seen, std::vector<QStringList>& out) {
         const QStringView key = shown(text);
-        if (key.isEmpty() || seen.contains(key)) return;
-        seen.insert(key);
+        if (key.isEmpty()) return;
+        // The key is the text itself unless it holds a NUL.
+        const QString k = key.size() == text.size() ? text : key.toString();
+        if (seen.contains(k)) return;
+        seen.insert(k);
         out.push_back({text});
     };
     ExistenceCache& files = *m_files;
     files.refresh();
-    const int n = m_filenames->count();
+    const ListModel& set = *m_filenames;
+    const int n = set.count();
     for (int i = 0; i < n; ++i) {
-        const QStringList& cells = m_filenames->rowTexts(i);
-        if (cells.size() <= LibraryColumn::Path || !files.exists(cells.at(LibraryColumn::Path)))
-            continue;
-        take(cells.at(LibraryColumn::Artist), seenArtist, artists);
-        take(cells.at(LibraryColumn::Year), seenYear, years);
-        take(cells.at(LibraryColumn::Album), seenAlbum, albums);
+        if (!files.exists(set.text(i, LibraryColumn::Path))) continue;
+        take(set.text(i, LibraryColumn::Artist), seenArtist, artists);
+        take(set.text(i, LibraryColumn::Year), seenYear, years);
+        take(set.text(i, LibraryColumn::Album), seenAlbum, albums);
     }
     m_artist->clear();
     m_year->clear();
@@ -413,11 +413,12 @@ void MediaLibrary::results_Find(const QString& text, int column) {
     m_files->refresh();
     const int n = m_filenames->count();
     for (int i = 0; i < n; ++i) {
-        const QStringList& cells = m_filenames->rowTexts(i);
-        const QStringView cell = shown(cells.at(column));
+        const QString cellText = m_filenames->text(i, column);
+        const QStringView cell = shown(cellText);
         // Lower case changes no length in the common case; only then is the lower case made.
         if (cell.size() != wanted.size() && cell.size() != typed.size()) continue;
         if (cell.toString().toLower() != wanted) continue;
+        const QStringList cells = m_filenames->rowTexts(i);
         const QString& path = cells.at(LibraryColumn::Path);
         if (!m_files->exists(path)) continue;
         media_ReadMP3Info(path);
@@ -432,7 +433,7 @@ void MediaLibrary::window_SavePlaylist(const QString& path) {
     setStatusText(QStringLiteral("Status:  Saving playlist..."));
     QByteArray bytes;
     for (int i = 0; i < m_results->count(); ++i) {
-        const QStringList& r = m_results->rowTexts(i);
+        const QStringList r = m_results->rowTexts(i);
         bytes += ListFiles::encodeRow({QString(), r[ResultColumn::Artist], r[ResultColumn::Title],
                                        r[ResultColumn::Year], QStringLiteral("Play"),
                                        r[ResultColumn::Length], r[ResultColumn::Path]});

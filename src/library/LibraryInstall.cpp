@@ -9,6 +9,8 @@
 #include "playlists/modRecentMedia.h"
 #include "playlists/modRecentPlaylists.h"
 
+#include <QTimer>
+
 namespace {
 const QString kOpen = QStringLiteral("mnuOpenMediaLibrary");
 }
@@ -25,6 +27,11 @@ MediaLibrary& mediaLibrary_Open(MainContext& ctx) {
     window->show();
     window->raise();
     window->activateWindow();
+    // Opened at start-up, the main window shows after it: come up again once it has.
+    QTimer::singleShot(0, window, [window] {
+        window->raise();
+        window->activateWindow();
+    });
     return window->library();
 }
 

@@ -13,6 +13,7 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "library/LibraryInstall.h"
 #include "playback/FrmVideo.h"
 #include "playback/Lyrics.h"
 #include "playback/PlayNext.h"
@@ -131,6 +132,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    MediaLibrary_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     Desktop_install(ctx, &window);
     MainEvents_install(window);

@@ -112,6 +112,10 @@ public:
     std::function<bool()> window_MinimizeToTray;
     std::function<void()> window_InstallGlobalKeys;
     std::function<void(bool)> tray_Enable;
+    // Media Library: open it on the songs whose column (0 artist, 3 year) is the text; a folder
+    // chosen in the location window for it.
+    std::function<void(int, const QString&)> mediaLibrary_ShowMore;
+    std::function<void(const QString&)> mediaLibrary_AddLocation;
 
     void call(const std::function<void()>& f) {
         if (f) f();

@@ -26,6 +26,7 @@
 #include "playlists/PlaylistFiles.h"
 #include "stats/Tracking.h"
 #include "tags/TagsInstall.h"
+#include "ui/MiniMode.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -131,6 +132,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
+    MiniMode_install(ctx, &window);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

@@ -107,6 +107,10 @@ public:
     // Play counts: artist, title, filename.
     std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
 
+    // Mini-Mode: shows it when it is the window the user sees (true), hides it.
+    std::function<bool()> miniMode_Show;
+    std::function<void()> miniMode_Hide;
+
     void call(const std::function<void()>& f) {
         if (f) f();
     }

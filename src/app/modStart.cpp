@@ -28,6 +28,7 @@
 #include "stats/Tracking.h"
 #include "system/Desktop.h"
 #include "tags/TagsInstall.h"
+#include "ui/MiniMode.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -135,6 +136,7 @@ int Sub_Main(int argc, char** argv) {
     MediaLibrary_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     Desktop_install(ctx, &window);
+    MiniMode_install(ctx, &window);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

@@ -117,6 +117,10 @@ public:
     std::function<void(int, const QString&)> mediaLibrary_ShowMore;
     std::function<void(const QString&)> mediaLibrary_AddLocation;
 
+    // Mini-Mode: shows it when it is the window the user sees (true), hides it.
+    std::function<bool()> miniMode_Show;
+    std::function<void()> miniMode_Hide;
+
     void call(const std::function<void()>& f) {
         if (f) f();
     }

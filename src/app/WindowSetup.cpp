@@ -7,21 +7,22 @@
 #include "core/App.h"
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/SettingsCatalogue.h"
 #include "core/SliderModel.h"
+#include "core/modControls.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
-#include "playback/Lyrics.h"
 #include "core/wmpPlayer.h"
+#include "playback/Lyrics.h"
 #include "playlists/ListFiles.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
+#include "playlists/TagFill.h"
 #include "system/modWindows.h"
 #include "ui/ListView.h"
 
@@ -235,10 +236,17 @@ void window_ProcessCommandLine(FrmMain& window, QString commandLine) {
         const int oldCount = list.count();
         for (const QString& path : paths)
             playlist_AddSong(ctx, QString(), QString(), QString(), path);
-        playlist_ShowMP3Data(ctx, false);
+        // The song about to play gets its tags now, the others once the window shows; the
+        // sorting waits for them.
+        playlist_UpdateItem(ctx, oldCount + 1,
+                            !c.isChecked(QStringLiteral("mnuTagsShowTagsAsFilesAreAdded")));
         listview_SelectItem(list, oldCount + 1);
         play();
         ctx.StartedBySwitch = false;
+        playlist_ShowMP3DataInSlices(ctx, 1, [&list, resort] {
+            if (resort) list.setSorted(true);
+        });
+        return;
     } else if (commandLine.startsWith(QLatin1Char('"'))) {
         // One quoted path: a playlist to open, or a file to add.
         commandLine = commandLine.mid(1, commandLine.size() - 2);

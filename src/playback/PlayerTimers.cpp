@@ -2,11 +2,11 @@
 
 #include "core/App.h"
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
 #include "core/wmpPlayer.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 #include "tags/modMedia.h"
 
@@ -35,7 +35,9 @@ void enable(MainContext& ctx, const char* name, bool on) {
 // "{no}.  {artist} - {title}" parts of the playing row.
 QString songText(MainContext& ctx, const QString& gap) {
     const int row = ctx.PlayingRowIndex;
-    const QString number = row >= 1 && row <= ctx.lstvPlaylist().count()
+    const QString number = row >= 1 && row <= ctx.lstvPlaylist().count() &&
+                                   ctx.lstvPlaylist().text(row - 1, PlaylistColumn::Filename) ==
+                                       ctx.PlayingDetails.Filename
                                ? ctx.lstvPlaylist().text(row - 1, PlaylistColumn::Number)
                                : QString();
     return number + QLatin1Char('.') + gap + ctx.PlayingDetails.Artist + QStringLiteral(" - ") +

@@ -48,8 +48,8 @@ const MenuState kMenuStates[] = {
     {"ShowLyricsWhenAvailable", "mnuWindowsShowLyricsWhenAvailable"},
     {"ShowPlaylistHeaders", "mnuShowPlaylistHeaders"},
     {"ShowStatusBar", "mnuShowStatusBar"},
-    {"ShowTimeElapsed", "mnuShowTimeElapsed"},
-    {"ShowTimeRemaining", "mnuShowTimeRemaining"},
+    {"ShowTimeElapsed", "mnuStatusBarShowTimeElapsed"},
+    {"ShowTimeRemaining", "mnuStatusBarShowTimeRemaining"},
     {"ShowToolbar", "mnuShowToolbar"},
     {"TagsShowTagsAsFilesAreAdded", "mnuTagsShowTagsAsFilesAreAdded"},
     {"TagsShowTagsAsFilesArePlayed", "mnuTagsShowTagsAsFilesArePlayed"},
@@ -197,6 +197,8 @@ void window_Setup(FrmMain& window) {
     } else if (settings_IsOn(kSettings, QStringLiteral("PlayMusicOnStartUp"),
                              QStringLiteral("0")) &&
                list.count() > 0) {
+        // A last row beyond the list leaves the first selected, as the list view does.
+        if (!listview_HasSelection(list)) listview_SelectItem(list, 1);
         if (ctx.player_Play) ctx.player_Play(1);
     }
 

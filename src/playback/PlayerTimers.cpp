@@ -63,8 +63,8 @@ void tmrPosition_Timer(MainContext& ctx, const std::function<void(const QString&
     wmpPlayer& p = ctx.player();
     SliderModel& slider = ctx.sldPosition();
     const int state = p.PlayState();
-    const bool elapsed = checked(ctx, "mnuShowTimeElapsed");
-    const bool remaining = !elapsed && checked(ctx, "mnuShowTimeRemaining");
+    const bool elapsed = checked(ctx, "mnuStatusBarShowTimeElapsed");
+    const bool remaining = !elapsed && checked(ctx, "mnuStatusBarShowTimeRemaining");
 
     if (state == wmpPlayer::Playing || state == wmpPlayer::Paused) {
         const bool playing = state == wmpPlayer::Playing;

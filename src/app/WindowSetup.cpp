@@ -236,8 +236,13 @@ void window_ProcessCommandLine(FrmMain& window, QString commandLine) {
         const QStringList paths = commandLine.split(QStringLiteral("\" \""));
         if (clearFirst) listview_Clear(list);
         const int oldCount = list.count();
+        // The rows of playlist_AddSong, added in one step.
+        std::vector<QStringList> rows;
+        rows.reserve(size_t(paths.size()));
         for (const QString& path : paths)
-            playlist_AddSong(ctx, QString(), QString(), QString(), path);
+            rows.push_back({QString(), QString(), QString(), QString(), QStringLiteral("Play"),
+                            QString(), path});
+        list.appendRows(std::move(rows));
         // The song about to play gets its tags now, the others once the window shows; the
         // sorting waits for them.
         playlist_UpdateItem(ctx, oldCount + 1,

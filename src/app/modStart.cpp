@@ -6,6 +6,7 @@
 #include "app/PlayerWiring.h"
 #include "app/WindowClose.h"
 #include "app/WindowSetup.h"
+#include "cd/CdInstall.h"
 #include "core/App.h"
 #include "core/CommandLine.h"
 #include "core/ConsoleLog.h"
@@ -130,6 +131,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    CDPlayer_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();

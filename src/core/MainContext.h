@@ -106,6 +106,8 @@ public:
     std::function<void(const QString&)> volumes_ApplyStored;
     // Play counts: artist, title, filename.
     std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
+    // The playlist's song is about to sound: anything else that plays stops (the CD player).
+    std::function<void()> player_Starting;
 
     void call(const std::function<void()>& f) {
         if (f) f();

@@ -38,11 +38,16 @@ bool isImage(const QString& drive) {
     return drive.endsWith(QLatin1String(".cue"), Qt::CaseInsensitive);
 }
 
+QString namedDrive() {
+    const QString named = qEnvironmentVariable("VELDOR_CD_DEVICE").trimmed();
+    return named.isEmpty() ? QString() : QFileInfo(named).absoluteFilePath();
+}
+
 QStringList drives() {
     quietLog();
     QStringList list;
-    const QString named = qEnvironmentVariable("VELDOR_CD_DEVICE").trimmed();
-    if (!named.isEmpty()) list << QFileInfo(named).absoluteFilePath();
+    const QString named = namedDrive();
+    if (!named.isEmpty()) list << named;
     if (char** devices = cdio_get_devices(DRIVER_DEVICE)) {
         for (char** d = devices; *d; ++d) {
             const QString dev = QString::fromLocal8Bit(*d);
@@ -75,8 +80,9 @@ CdDisc read(const QString& drive) {
     if (drive.isEmpty()) return disc;
     if (isImage(drive)) {
         // libcdio reads past the end of a short .bin without complaint; a missing one it refuses.
-        for (const QString& f : imageFiles(drive))
-            if (!QFileInfo(f).isFile()) return disc;
+        disc.files = imageFiles(drive);
+        for (const QString& f : disc.files)
+            if (!QFileInfo::exists(f)) return disc;
     }
     const QByteArray path = QFile::encodeName(drive);
     CdIo_t* cd = isImage(drive) ? cdio_open_cue(path.constData())

@@ -17,6 +17,7 @@ struct CdDisc {
     bool readable = false; // the drive could be opened at all
     QVector<CdTrack> tracks;
     QString title, performer;
+    QStringList files; // of an image: the .cue and what it names
 
     bool hasAudio() const { return !tracks.isEmpty(); }
     qint32 firstLsn() const { return tracks.isEmpty() ? 0 : tracks.first().lsn; }
@@ -28,7 +29,9 @@ struct CdDisc {
 namespace CdMedia {
 
 bool isImage(const QString& drive);
-// VELDOR_CD_DEVICE first, then the optical drives the system has.
+// The drive VELDOR_CD_DEVICE names, as an absolute path; empty without one.
+QString namedDrive();
+// That drive first, then the optical drives the system has.
 QStringList drives();
 CdDisc read(const QString& drive);
 // An image stays where it is; a drive opens its tray.

@@ -24,7 +24,7 @@ QString msf(qint32 frames) {
 
 bool allExist(const QStringList& files) {
     return std::all_of(files.begin(), files.end(),
-                       [](const QString& f) { return QFileInfo(f).isFile(); });
+                       [](const QString& f) { return QFileInfo::exists(f); });
 }
 
 } // namespace
@@ -90,14 +90,16 @@ int CdDrive::send(const QString& command, QString* reply) {
 }
 
 int CdDrive::open(const QString& drive) {
-    const bool image = CdMedia::isImage(drive);
-    if (drive.isEmpty() || (image ? !QFileInfo(drive).isFile() : !QFileInfo::exists(drive)))
-        return CannotOpen;
+    if (drive.isEmpty() || !QFileInfo::exists(drive)) return CannotOpen;
     m_open = true;
     m_drive = drive;
     m_doorOpen = m_loaded = false;
-    // A drive slow to answer opens without a disc for now; its answer lands later.
-    m_disc = CdProbe::instance().read(drive, kOpenWaitMs).value_or(CdDisc{});
+    // An image on disk reads at once. A drive (or anything else that may hang) is asked on a
+    // worker: slow to answer, it opens without a disc for now and its answer lands later.
+    if (CdMedia::isImage(drive) && QFileInfo(drive).isFile())
+        m_disc = CdMedia::read(drive);
+    else
+        m_disc = CdProbe::instance().read(drive, kOpenWaitMs).value_or(CdDisc{});
     m_parked = m_disc.firstLsn();
     m_lastRefresh = QDateTime::currentMSecsSinceEpoch();
     return Ok;
@@ -120,7 +122,7 @@ bool CdDrive::mediaPresent() {
     if (m_doorOpen) return false;
     if (CdMedia::isImage(m_drive)) {
         // An image taken away while in use is a disc taken out.
-        if (!allExist(CdMedia::imageFiles(m_drive))) {
+        if (!allExist(m_disc.files)) {
             releaseEngine();
             return false;
         }

@@ -99,11 +99,12 @@ QStringList CdProbe::drives(int waitMs) {
         std::lock_guard<std::mutex> l(job->lock);
         return job->result;
     }
-    // The variable's image needs no system answer.
+    // The named drive needs no answer from the system.
     std::lock_guard<std::mutex> l(g_lock);
     QStringList known = g_drives;
-    const QString named = qEnvironmentVariable("VELDOR_CD_DEVICE").trimmed();
-    if (!named.isEmpty() && known.isEmpty()) known << named;
+    const QString named = CdMedia::namedDrive();
+    known.removeAll(named);
+    if (!named.isEmpty()) known.prepend(named);
     return known;
 }
 

@@ -24,6 +24,7 @@
 #include <QSlider>
 #include <QStatusBar>
 #include <QTime>
+#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -56,6 +57,12 @@ FrmCDPlayer& FrmCDPlayer::showFor(MainContext& ctx) {
     }
     g_window->raise();
     g_window->activateWindow();
+    // Opened while the main window is still being set up, it stays in front of it.
+    QTimer::singleShot(0, g_window, [] {
+        if (!g_window) return;
+        g_window->raise();
+        g_window->activateWindow();
+    });
     return *g_window;
 }
 
@@ -206,7 +213,14 @@ void FrmCDPlayer::buildToolbar() {
 }
 
 void FrmCDPlayer::restoreLook() {
-    modWindows::window_RestorePosition(this, QStringLiteral("CDPlayer"), 0);
+    // A first opening gets a player's size rather than the whole screen.
+    if (settings_Read(QStringLiteral("Position_CDPlayer"), QStringLiteral("Window_Width"))
+            .isEmpty()) {
+        resize(modWindows::twipsToPixels(7200, this), modWindows::twipsToPixels(5400, this));
+        recenter();
+    } else {
+        modWindows::window_RestorePosition(this, QStringLiteral("CDPlayer"), 0);
+    }
     const auto twips = [this](const char* key, const char* def) {
         const double v =
             settings_Number(kColumns, QString::fromLatin1(key), QString::fromLatin1(def));

@@ -2,13 +2,21 @@
 #include "cd/CdDrive.h"
 #include "cd/CdImage.h"
 #include "cd/CdPlayer.h"
+#include "cd/CdProbe.h"
 #include "cd/modCDAudio.h"
 #include "core/Commands.h"
 #include "core/ListModel.h"
 #include "support/TempHome.h"
 
 #include <QElapsedTimer>
+#include <QFile>
+#include <QSignalSpy>
+#include <cstdio>
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
 
 using namespace modCDAudio;
 
@@ -177,4 +185,38 @@ TEST_F(CdDriveTest, TimeModeAndTogglesAreKeptInTheirSection) {
     again.tmrWindowUpdate_Timer();
     EXPECT_EQ(again.panelText(CdPlayer::TimePanel), "Remaining:  None");
     EXPECT_EQ(again.panelText(CdPlayer::StatusPanel), "Status:  Stopped");
+}
+
+TEST_F(CdDriveTest, ADriveThatDoesNotAnswerHoldsNobodyAndIsTakenWhenItDoes) {
+    // A .cue that is a pipe blocks whoever reads it until someone writes: a drive spinning up.
+    const QString good = threeTracks();
+    const QString slow = home.file("slow.cue");
+    ASSERT_EQ(::mkfifo(QFile::encodeName(slow).constData(), 0600), 0);
+    QSignalSpy read(&CdProbe::instance(), &CdProbe::discRead);
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_TRUE(cd_Open(slow));
+    EXPECT_FALSE(cd_MediaPresent());
+    EXPECT_EQ(cd_TotalLength(), "None");
+    EXPECT_LT(clock.elapsed(), 100);
+
+    // It answers: the pipe gives way to the disc and the reader blocked on it goes on. The disc
+    // is there from then on, without another open.
+    const QString pipe = home.file("pipe");
+    ASSERT_EQ(::link(QFile::encodeName(slow).constData(), QFile::encodeName(pipe).constData()), 0);
+    ASSERT_TRUE(QFile::copy(good, home.file("slow.tmp")));
+    ASSERT_TRUE(QFile::copy(home.file("text.bin"), home.file("slow.bin")));
+    ASSERT_EQ(::rename(QFile::encodeName(home.file("slow.tmp")).constData(),
+                       QFile::encodeName(slow).constData()),
+              0);
+    QFile cue(good);
+    ASSERT_TRUE(cue.open(QIODevice::ReadOnly));
+    std::thread writer([&pipe, text = cue.readAll()] {
+        QFile f(pipe);
+        if (f.open(QIODevice::WriteOnly)) f.write(text);
+    });
+    EXPECT_TRUE(read.wait(5000));
+    writer.join();
+    EXPECT_EQ(read.last().at(0).toString(), slow);
+    EXPECT_EQ(cd_TrackCount(), 3);
 }

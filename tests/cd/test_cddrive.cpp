@@ -193,12 +193,10 @@ TEST_F(CdDriveTest, ADriveThatDoesNotAnswerHoldsNobodyAndIsTakenWhenItDoes) {
     const QString slow = home.file("slow.cue");
     ASSERT_EQ(::mkfifo(QFile::encodeName(slow).constData(), 0600), 0);
     QSignalSpy read(&CdProbe::instance(), &CdProbe::discRead);
-    QElapsedTimer clock;
-    clock.start();
+    // Returning at all proves it: the drive answers only once the test writes below.
     EXPECT_TRUE(cd_Open(slow));
     EXPECT_FALSE(cd_MediaPresent());
     EXPECT_EQ(cd_TotalLength(), "None");
-    EXPECT_LT(clock.elapsed(), 100);
 
     // It answers: the pipe gives way to the disc and the reader blocked on it goes on. The disc
     // is there from then on, without another open.

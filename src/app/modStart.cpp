@@ -6,6 +6,7 @@
 #include "app/PlayerWiring.h"
 #include "app/WindowClose.h"
 #include "app/WindowSetup.h"
+#include "cd/CdInstall.h"
 #include "core/App.h"
 #include "core/CommandLine.h"
 #include "core/ConsoleLog.h"
@@ -164,6 +165,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
     MediaLibrary_install(ctx);
+    CDPlayer_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     Desktop_install(ctx, &window);
     MiniMode_install(ctx, &window);

@@ -120,6 +120,8 @@ public:
     // Mini-Mode: shows it when it is the window the user sees (true), hides it.
     std::function<bool()> miniMode_Show;
     std::function<void()> miniMode_Hide;
+    // The playlist's song is about to sound: anything else that plays stops (the CD player).
+    std::function<void()> player_Starting;
 
     void call(const std::function<void()>& f) {
         if (f) f();

@@ -32,6 +32,7 @@ void failed() {
 
 // Continues the paused song where it was held, whatever row is selected now.
 void resume(MainContext& ctx) {
+    ctx.call(ctx.player_Starting);
     wmpPlayer& p = ctx.player();
     p.setFileName(ctx.PausedFilename);
     p.Play();
@@ -137,6 +138,7 @@ void player_Play(MainContext& ctx, int mode) {
     ctx.PlayingDetails = {list.text(row - 1, Artist), list.text(row - 1, Title), filename};
 
     // 8.
+    ctx.call(ctx.player_Starting);
     player.Play();
     listview_SelectItem(list, ctx.PlayingRowIndex);
     playlist_UpdatePlaylist(ctx, ctx.PlayingRowIndex);

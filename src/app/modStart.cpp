@@ -24,6 +24,7 @@
 #include "playlists/AddMedia.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "playlists/PlaylistTools.h"
 #include "stats/Tracking.h"
 #include "tags/TagsInstall.h"
 
@@ -127,6 +128,7 @@ int Sub_Main(int argc, char** argv) {
     Tracking_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
+    PlaylistTools_install(ctx);
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);

@@ -52,7 +52,7 @@ FrmJump* FrmJump::open(MainContext& ctx) {
 }
 
 FrmJump::~FrmJump() {
-    if (m_reading) QApplication::restoreOverrideCursor();
+    if (m_waiting) QApplication::restoreOverrideCursor();
 }
 
 FrmJump::FrmJump(MainContext& ctx)
@@ -214,13 +214,13 @@ void FrmJump::readFields() {
     m_index.reset(chkSearchID3v2->isChecked());
     m_stale = false;
     m_reading = true;
-    QApplication::setOverrideCursor(Qt::WaitCursor);
-    setSearchEnabled(false);
     cmdSelect->setEnabled(false);
     readSlice();
 }
 
-// A slice of rows at a time: MPEG files are opened for their tags, which takes long on a big list.
+// A slice of rows at a time: MPEG files are opened for their tags, which takes long on a big
+// list. Only a read that outlasts its first slice locks the search and shows the hourglass, so
+// that a short one never takes the focus away from the text being typed.
 void FrmJump::readSlice() {
     const ListModel& playlist = m_ctx.lstvPlaylist();
     QElapsedTimer clock;
@@ -229,6 +229,11 @@ void FrmJump::readSlice() {
     while (!done && clock.elapsed() < 40)
         done = m_index.readMore(playlist, 64);
     if (!done) {
+        if (!m_waiting) {
+            m_waiting = true;
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+            setSearchEnabled(false);
+        }
         lblSearchResults->setText(QStringLiteral("Reading the tags:  %1 of %2")
                                       .arg(m_index.size())
                                       .arg(playlist.count()));
@@ -236,9 +241,12 @@ void FrmJump::readSlice() {
         return;
     }
     m_reading = false;
-    QApplication::restoreOverrideCursor();
-    setSearchEnabled(true);
-    lblSearchResults->setText(QStringLiteral("Search Results:  None"));
+    if (m_waiting) {
+        m_waiting = false;
+        QApplication::restoreOverrideCursor();
+        setSearchEnabled(true);
+        lblSearchResults->setText(QStringLiteral("Search Results:  None"));
+    }
     if (m_findPending) {
         m_findPending = false;
         showSearch(false);

@@ -48,6 +48,7 @@ private:
 
     JumpSearch::Index m_index;
     bool m_reading = false;
+    bool m_waiting = false; // the hourglass shows
     bool m_stale = true;
     bool m_findPending = false;
 };

@@ -7,6 +7,9 @@
 #include "playlists/PlaylistTools.h"
 
 #include <QApplication>
+#include <QPointer>
+#include <QPushButton>
+#include <QWidget>
 
 // The playlist tools installed over a fresh data folder; the Trash and the desktop's recent list
 // live in it too. Starts are recorded as the selected row at the time of each player_Play.
@@ -24,8 +27,12 @@ protected:
     }
     ~ToolsFixture() override {
         // Windows left open by a test go before the context they point at.
+        QList<QPointer<QWidget>> open;
         for (QWidget* w : QApplication::topLevelWidgets())
-            if (w->testAttribute(Qt::WA_DeleteOnClose)) delete w;
+            if (w->testAttribute(Qt::WA_DeleteOnClose)) open << w;
+        for (const QPointer<QWidget>& w : open)
+            delete w.data(); // a window may take others with it
+
         ctx.setPlayer(nullptr);
         m_oldData.isNull() ? qunsetenv("XDG_DATA_HOME") : qputenv("XDG_DATA_HOME", m_oldData);
     }

@@ -2,6 +2,7 @@
 
 #include "core/App.h"
 #include "core/Settings.h"
+#include "core/modControls.h"
 #include "playlists/Bookmarks.h"
 #include "playlists/FrmAddLocation.h"
 #include "playlists/FrmAddMood.h"
@@ -12,7 +13,6 @@
 #include "playlists/MenuArray.h"
 #include "playlists/Moods.h"
 #include "playlists/RecentList.h"
-#include "core/modControls.h"
 #include "playlists/modRecentMedia.h"
 #include "playlists/modRecentPlaylists.h"
 

@@ -4,6 +4,7 @@
 #include "core/Settings.h"
 #include "playlists/FrmJump.h"
 #include "playlists/FrmManagePlaylists.h"
+#include "playlists/JumpSearch.h"
 #include "playlists/ListFiles.h"
 #include "playlists/PlaylistGenerators.h"
 
@@ -72,6 +73,45 @@ BENCHMARK(BM_JumpToMediaKeystroke)
     ->Args({0, 1})
     ->Args({3, 1})
     ->Unit(benchmark::kMillisecond);
+
+// The two halves of a keystroke apart: the search alone, and the results list alone.
+void BM_JumpSearchParts(benchmark::State& state) {
+    ListModel list({"No.", "Artist:", "Title:", "Year:", "Status:", "Length:", "File:"});
+    fill(list);
+    JumpSearch::Index index;
+    index.reset(false);
+    index.readMore(list, kRows);
+    const JumpSearch::Query query{0, JumpSearch::Contains, false, QStringLiteral("some song"), {}};
+    const auto hits = JumpSearch::search(index, query);
+    ListModel items({"Number:", "Artist:", "Title:"});
+    for (auto _ : state) {
+        if (state.range(0) == 0)
+            benchmark::DoNotOptimize(JumpSearch::search(index, query));
+        else
+            JumpSearch::showResults(items, index, hits);
+    }
+    state.counters["results"] = double(hits.size());
+}
+BENCHMARK(BM_JumpSearchParts)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+
+// The worst keystrokes: every one changes the whole list, from 100,000 results to none and back.
+void BM_JumpToMediaRefill(benchmark::State& state) {
+    Home home;
+    MainContext ctx;
+    fill(ctx.lstvPlaylist());
+    FrmJump* w = FrmJump::open(ctx);
+    while (w->reading())
+        QApplication::processEvents();
+    w->opSearchMode[3]->setChecked(true);
+    bool full = false;
+    for (auto _ : state) {
+        full = !full;
+        w->cmbSearch->setEditText(full ? QStringLiteral("some song")
+                                       : QStringLiteral("some songs"));
+    }
+    delete w;
+}
+BENCHMARK(BM_JumpToMediaRefill)->Unit(benchmark::kMillisecond);
 
 // Generate Playlist by artist, from the rows to the written file.
 void BM_GenerateByArtist(benchmark::State& state) {

@@ -212,6 +212,7 @@ void FrmJump::setSearchEnabled(bool on) {
 
 void FrmJump::readFields() {
     m_index.reset(chkSearchID3v2->isChecked());
+    m_shown.clear();
     m_stale = false;
     m_reading = true;
     cmdSelect->setEnabled(false);
@@ -268,14 +269,19 @@ JumpSearch::Query FrmJump::query(bool typed) const {
 }
 
 void FrmJump::showSearch(bool typed) {
-    const auto hits = JumpSearch::search(m_index, query(typed));
-    JumpSearch::showResults(*items, m_index, hits);
-    lblSearchResults->setText(hits.empty()
+    auto hits = JumpSearch::search(m_index, query(typed));
+    // A letter more often finds the same rows: the list stays as it is then.
+    if (hits != m_shown || items->count() != int(hits.size())) {
+        JumpSearch::showResults(*items, m_index, hits);
+        m_shown = std::move(hits);
+    }
+    const auto& shown = m_shown;
+    lblSearchResults->setText(shown.empty()
                                   ? QStringLiteral("Search Results:  None")
-                                  : QStringLiteral("Search Results:  %1").arg(hits.size()));
+                                  : QStringLiteral("Search Results:  %1").arg(shown.size()));
     for (QRadioButton* b : opFurther)
         b->setEnabled(true);
-    cmdSelect->setEnabled(!hits.empty());
+    cmdSelect->setEnabled(!shown.empty());
 }
 
 void FrmJump::searchAsTyped() {

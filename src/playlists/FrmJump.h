@@ -47,6 +47,7 @@ private:
     void chkNotToInclude_Click();
 
     JumpSearch::Index m_index;
+    std::vector<int> m_shown; // the entries the results list shows
     bool m_reading = false;
     bool m_waiting = false; // the hourglass shows
     bool m_stale = true;

@@ -126,19 +126,42 @@ std::vector<int> search(const Index& index, const Query& query) {
 
 } // namespace JumpSearch
 
+#include "core/Settings.h"
 #include "core/modControls.h"
 
 namespace JumpSearch {
 
+namespace {
+// Number texts as listview_Renumber writes them, kept between searches: a keystroke then makes
+// no number twice.
+const QString& numberText(int n, int width) {
+    static std::vector<QString> cache[12];
+    std::vector<QString>& texts = cache[qBound(0, width, 11)];
+    while (int(texts.size()) < n) {
+        QString t = QString::number(texts.size() + 1);
+        if (t.size() < width) t.prepend(QString(width - t.size(), QLatin1Char('0')));
+        texts.push_back(std::move(t));
+    }
+    return texts[size_t(n - 1)];
+}
+} // namespace
+
 void showResults(ListModel& items, const Index& index, const std::vector<int>& hits) {
+    // Numbered while the rows are made: renumbering a hundred thousand rows one cell at a time
+    // would cost more than the search.
+    const int width =
+        settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseNumberPaddingInPlaylists"),
+                      QStringLiteral("1"))
+            ? qMax(2, int(QString::number(hits.size()).size()))
+            : 0;
     std::vector<QStringList> rows;
     rows.reserve(hits.size());
+    int n = 0;
     for (int i : hits)
-        rows.push_back({QString(), index.at(i).artist, index.at(i).title});
+        rows.push_back({numberText(++n, width), index.at(i).artist, index.at(i).title});
     listview_Clear(items);
     items.appendRows(std::move(rows));
     if (items.count() == 0) return;
-    listview_Renumber(items);
     listview_SelectItem(items, 1); // as a list selects its first row once filled
     items.setCurrentRow(0);
 }

@@ -191,7 +191,12 @@ FrmJump::FrmJump(MainContext& ctx)
     connect(playlist, &QAbstractItemModel::rowsRemoved, this, stale);
     connect(playlist, &QAbstractItemModel::modelReset, this, stale);
     connect(playlist, &QAbstractItemModel::layoutChanged, this, stale);
-    connect(playlist, &QAbstractItemModel::dataChanged, this, stale);
+    // The playing row's colour and bold, and renumbering, change no field.
+    connect(playlist, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& from, const QModelIndex& to, const QList<int>& roles) {
+                if (to.column() == 0 && from.column() == 0) return; // numbers only
+                if (roles.isEmpty() || roles.contains(Qt::DisplayRole)) m_stale = true;
+            });
 }
 
 void FrmJump::chkNotToInclude_Click() {

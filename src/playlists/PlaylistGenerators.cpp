@@ -49,14 +49,13 @@ bool PlaylistGenerator::step(int rows) {
     m_count = qMin(m_count, m_list.count());
     const int end = qMin(m_count, m_next + qMax(0, rows));
     for (; m_next < end; ++m_next) {
-        const QStringList& cells = m_list.rowTexts(m_next);
         bool match = false;
-        if (m_option == 0) {
-            match = cells.value(Artist).toLower() == m_criteria;
-        } else if (m_option == 2) {
-            match = cells.value(Year).toLower() == m_criteria;
+        if (m_option == 0 || m_option == 2) {
+            // One cell is all the test needs; the row is read whole only for a match.
+            const QString cell = m_list.text(m_next, m_option == 0 ? Artist : Year);
+            match = cell.toLower() == m_criteria;
         } else {
-            const QString& file = cells.value(Filename);
+            const QString file = m_list.text(m_next, Filename);
             const QString ext = modFiles::file_GetExtension(file).toLower();
             if (ext == QLatin1String("mp3") || ext == QLatin1String("mp2") ||
                 ext == QLatin1String("mp1")) {
@@ -74,6 +73,7 @@ bool PlaylistGenerator::step(int rows) {
             }
         }
         if (!match) continue;
+        const QStringList cells = m_list.rowTexts(m_next);
         const QString number =
             QStringLiteral("%1").arg(m_matches.size() + 1, 3, 10, QLatin1Char('0'));
         m_matches.push_back({number, cells.value(Artist), cells.value(Title), cells.value(Year),

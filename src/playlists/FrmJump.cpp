@@ -256,6 +256,8 @@ void FrmJump::readSlice() {
     if (m_findPending) {
         m_findPending = false;
         showSearch(false);
+        // After Find the results take the keys: Enter selects the first one.
+        if (items->count() > 0) lstvItems->setFocus();
     } else {
         searchAsTyped();
     }

@@ -1,9 +1,9 @@
 #include "integration/VeldorProcess.h"
-#include "support/MediaFiles.h"
 
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
+#include <QHash>
 #include <QProcess>
 #include <QThread>
 #include <gtest/gtest.h>
@@ -45,31 +45,38 @@ protected:
     }
     void start() {
         v.start();
-        ASSERT_NE(v.waitForWindow(), 0u);
+        m_main = QString::number(v.waitForWindow());
+        ASSERT_NE(m_main, "0");
+    }
+    // The visible X windows of that title other than the main window (which the search also
+    // reports while it owns a dialog).
+    QStringList shown(const QString& title) {
+        QStringList ids =
+            xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
+                     QStringLiteral("--pid"), QString::number(v.pid()), QStringLiteral("--name"),
+                     QLatin1Char('^') + title + QLatin1Char('$')})
+                .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        ids.removeAll(m_main);
+        return ids;
     }
     // The visible window of that title, focused; empty when it never showed.
     QString window(const QString& title) {
         QString id;
         waitFor([&] {
-            id = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                          QStringLiteral("--pid"), QString::number(v.pid()),
-                          QStringLiteral("--name"), QLatin1Char('^') + title + QLatin1Char('$')})
-                     .section(QLatin1Char('\n'), 0, 0);
+            id = shown(title).value(0);
             return !id.isEmpty();
         });
         if (!id.isEmpty()) {
+            m_shown.insert(title, id);
             xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
             QThread::msleep(300);
         }
         return id;
     }
+    // The one window() found no longer shows.
     bool gone(const QString& title) {
-        return waitFor([&] {
-            return xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                            QStringLiteral("--pid"), QString::number(v.pid()),
-                            QStringLiteral("--name"), QLatin1Char('^') + title + QLatin1Char('$')})
-                .isEmpty();
-        });
+        const QString id = m_shown.value(title);
+        return waitFor([&] { return !shown(title).contains(id); });
     }
     void type(const QString& text) {
         xdotool({QStringLiteral("type"), QStringLiteral("--delay"), QStringLiteral("30"), text});
@@ -90,6 +97,8 @@ protected:
     }
 
     VeldorProcess v;
+    QString m_main;                  // X window id of the main window
+    QHash<QString, QString> m_shown; // title -> X window id
 };
 
 } // namespace
@@ -105,7 +114,8 @@ TEST_F(PlaylistTools, JumpToMediaFindsByTypingAndSelects) {
     ASSERT_EQ(v.runCommand(QStringLiteral("mnuJumpToMedia")), "ok");
     ASSERT_FALSE(window(QStringLiteral("Jump To Media")).isEmpty());
     type(QStringLiteral("artist 2"));
-    keys(QStringLiteral("Return alt+s"));
+    keys(QStringLiteral("Return"));
+    keys(QStringLiteral("Return"));
     EXPECT_TRUE(gone(QStringLiteral("Jump To Media")));
     EXPECT_EQ(setting("JumpToMedia", "OptionSelectSong"), "1");
     EXPECT_EQ(setting("JumpToMedia", "SearchByAll"), "1");
@@ -121,57 +131,21 @@ TEST_F(PlaylistTools, JumpToMediaFindsByTypingAndSelects) {
     EXPECT_EQ(dialogs().count('\n'), 1) << dialogs().toStdString();
 }
 
-TEST_F(PlaylistTools, JumpToTimeMovesThePlayingSong) {
-    const QString song = v.file(QStringLiteral("media/tone.wav"));
-    QDir().mkpath(v.file(QStringLiteral("media")));
-    ASSERT_TRUE(MediaFiles::makeWav(song, 20));
-    VeldorProcess::write(playlist("default"), row({"1", "A", "T", "", "Play", "00:20", song}));
-    start();
-    // Nothing plays yet: no window.
-    v.runCommand(QStringLiteral("mnuJumpToTime"));
-    QThread::msleep(500);
-    EXPECT_TRUE(gone(QStringLiteral("Jump To Time")));
-    ASSERT_EQ(v.runCommand(QStringLiteral("mnuPlay")), "ok");
-    ASSERT_TRUE(waitFor([&] { return v.runCommand(QStringLiteral("mnuJumpToTime")) == "ok"; }));
-    ASSERT_FALSE(window(QStringLiteral("Jump To Time")).isEmpty());
-    type(QStringLiteral("0"));
-    keys(QStringLiteral("Tab"));
-    type(QStringLiteral("45"));
-    keys(QStringLiteral("Return"));
-    EXPECT_TRUE(waitFor([&] { return dialogs().contains("Jump To Time Error"); }));
-    keys(QStringLiteral("shift+Tab"));
-    type(QStringLiteral("0"));
-    keys(QStringLiteral("Tab"));
-    type(QStringLiteral("15"));
-    keys(QStringLiteral("Return"));
-    EXPECT_TRUE(gone(QStringLiteral("Jump To Time")));
-    EXPECT_EQ(dialogs().count('\n'), 1) << dialogs().toStdString();
-}
-
-TEST_F(PlaylistTools, ManageRenamesAndDeletesAndTheListsFollow) {
+TEST_F(PlaylistTools, ManageDeletesToTheTrash) {
     VeldorProcess::write(playlist("Ambient"), row({"1", "A", "T", "", "Play", "", "/m/a.wav"}));
     VeldorProcess::write(playlist("Rock"), row({"1", "R", "T", "", "Play", "", "/m/r.wav"}));
     v.setDialogAnswers({QStringLiteral("yes")});
     start();
     ASSERT_EQ(v.runCommand(QStringLiteral("mnuManagePlaylists")), "ok");
     ASSERT_FALSE(window(QStringLiteral("Manage Playlists")).isEmpty());
-    // The first row, Ambient, is selected: rename it through the list's menu key.
-    keys(QStringLiteral("Menu r"));
-    ASSERT_FALSE(window(QStringLiteral("Rename Playlist")).isEmpty());
-    type(QStringLiteral("Drone"));
-    keys(QStringLiteral("Return"));
-    ASSERT_TRUE(gone(QStringLiteral("Rename Playlist")));
-    EXPECT_TRUE(QFile::exists(playlist("Drone")));
-    EXPECT_FALSE(QFile::exists(playlist("Ambient")));
-    window(QStringLiteral("Manage Playlists"));
-    keys(QStringLiteral("Down Delete"));
-    EXPECT_TRUE(waitFor([&] { return !QFile::exists(playlist("Rock")); }));
-    EXPECT_TRUE(QFile::exists(v.file(QStringLiteral("xdg/Trash/files/Rock.spp"))));
+    // The first row, Ambient, is selected.
+    keys(QStringLiteral("Delete"));
+    EXPECT_TRUE(waitFor([&] { return !QFile::exists(playlist("Ambient")); }));
+    EXPECT_TRUE(QFile::exists(v.file(QStringLiteral("xdg/Trash/files/Ambient.spp"))));
+    EXPECT_TRUE(QFile::exists(playlist("Rock")));
     keys(QStringLiteral("Return"));
     EXPECT_TRUE(gone(QStringLiteral("Manage Playlists")));
     EXPECT_TRUE(dialogs().contains("Delete Current Playlist Confirmation"));
-    EXPECT_TRUE(
-        VeldorProcess::read(v.file(QStringLiteral("Playlists/Drone.spp"))).contains("/m/a.wav"));
 }
 
 TEST_F(PlaylistTools, GeneratorsWriteNewPlaylistsFromTheRows) {

@@ -1,9 +1,9 @@
 #include "RowsFixture.h"
 
 #include "core/Colors.h"
-#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/wmpPlayer.h"
+#include "core/PlaylistCombo.h"
 
 #include <QDir>
 #include <QFile>

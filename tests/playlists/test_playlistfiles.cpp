@@ -1,11 +1,11 @@
 #include "PlaylistFilesFixture.h"
 
 #include "core/Commands.h"
-#include "core/PlaylistCombo.h"
-#include "core/modControls.h"
 #include "playlists/ListFiles.h"
+#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/SendToMenu.h"
+#include "core/modControls.h"
 
 #include <QFile>
 

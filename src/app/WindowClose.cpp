@@ -90,6 +90,7 @@ void mnuExit_Click(FrmMain& window) {
 }
 
 void window_MinimizeToTray(FrmMain& window) {
+    if (window.ctx().window_MinimizeToTray && window.ctx().window_MinimizeToTray()) return;
     // The tray icon is the tray's own business; without one, hiding would strand the user.
     if (trayIconShown())
         window.hide();

@@ -26,6 +26,7 @@
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistTools.h"
 #include "stats/Tracking.h"
+#include "system/Desktop.h"
 #include "tags/TagsInstall.h"
 
 #include <QApplication>
@@ -133,6 +134,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
+    Desktop_install(ctx, &window);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 

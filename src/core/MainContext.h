@@ -106,6 +106,12 @@ public:
     std::function<void(const QString&)> volumes_ApplyStored;
     // Play counts: artist, title, filename.
     std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
+    // Desktop: hiding into the tray (false when there is no tray to come back from), the
+    // global keys read again after the preferences change them, the tray icon switched on or
+    // off by the preferences.
+    std::function<bool()> window_MinimizeToTray;
+    std::function<void()> window_InstallGlobalKeys;
+    std::function<void(bool)> tray_Enable;
 
     void call(const std::function<void()>& f) {
         if (f) f();

@@ -28,6 +28,7 @@
 #include "playlists/PlaylistAutosave.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "playlists/PlaylistTools.h"
 #include "stats/Tracking.h"
 #include "system/Desktop.h"
 #include "tags/TagsInstall.h"
@@ -161,6 +162,7 @@ int Sub_Main(int argc, char** argv) {
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
     PlaylistAutosave_install(ctx);
+    PlaylistTools_install(ctx);
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);

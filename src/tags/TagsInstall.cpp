@@ -2,11 +2,12 @@
 
 #include "core/Commands.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/AdvancedQueue.h"
-#include "core/ListModel.h"
 #include "tags/TagFile.h"
+#include "tags/TagShift.h"
 #include "tags/clsID3v1.h"
 #include "tags/clsID3v2.h"
 #include "tags/modMedia.h"
@@ -95,6 +96,8 @@ void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
 }
 
 void Tags_install(MainContext& ctx) {
+    // Tag writes a kill cut short in an earlier run are rolled back or cleared away.
+    TagShift::recoverAll();
     playlist_SetTagReader(std::make_shared<ID3TagReader>());
     // The queue matches albums from the chosen tag and genres from ID3v1 only.
     AdvancedQueue::setTagReader(

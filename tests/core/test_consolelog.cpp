@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -264,4 +265,44 @@ TEST_F(Console, WindowMirrorsTheLogAndForwardsItsButtons) {
     window.cmdClear->click();
     EXPECT_EQ(log.text(), "");
     EXPECT_EQ(window.txtData->toPlainText(), "");
+}
+
+namespace {
+quint64 inodeOf(const QString& path) {
+    struct stat st {};
+    return ::stat(QFile::encodeName(path).constData(), &st) == 0 ? quint64(st.st_ino) : 0;
+}
+} // namespace
+
+TEST_F(Console, RememberedLogGrowsInPlaceWithTheBytesOfAWholeRewrite) {
+    remember(true);
+    log.form_Load();
+    ASSERT_TRUE(log.write("first"));
+    const quint64 inode = inodeOf(consoleLog());
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_TRUE(log.write(QString("line %1 é").arg(i)));
+        ASSERT_EQ(TempHome::readFile(consoleLog()), (log.text() + "\r\n").toUtf8()) << i;
+    }
+    // Appended to the same file, not a new copy for every line.
+    EXPECT_EQ(inodeOf(consoleLog()), inode);
+
+    // Another hand changed the file: the next line writes the whole text again.
+    TempHome::writeFile(consoleLog(), "someone else\r\n");
+    ASSERT_TRUE(log.write("after"));
+    EXPECT_EQ(TempHome::readFile(consoleLog()), (log.text() + "\r\n").toUtf8());
+    log.setText("replaced\r\n");
+    ASSERT_TRUE(log.write("next"));
+    EXPECT_EQ(TempHome::readFile(consoleLog()), QByteArray("replaced\r\nnext\r\n\r\n"));
+}
+
+TEST_F(Console, ALineAKillCutShortIsDroppedAtTheNextLoad) {
+    remember(true);
+    TempHome::writeFile(consoleLog(), "one\r\ntwo\r\n\r\nthree is ha");
+    log.form_Load(false);
+    EXPECT_EQ(log.text(), "one\r\ntwo\r\n\r\n");
+    // A hand-made file with LF endings keeps its last line.
+    TempHome::writeFile(consoleLog(), "one\ntwo");
+    ConsoleLog other;
+    other.form_Load(false);
+    EXPECT_EQ(other.text(), "one\r\ntwo\r\n");
 }

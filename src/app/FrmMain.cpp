@@ -3,15 +3,18 @@
 #include "app/MainMenus.h"
 #include "core/Colors.h"
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/SettingsCatalogue.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
+#include "core/ShownText.h"
 #include "system/modWindows.h"
+#include "ui/FocusColour.h"
 #include "ui/ListView.h"
 #include "ui/SliderBinding.h"
 
+#include <QAccessible>
 #include <QCloseEvent>
 #include <QComboBox>
 #include <QFileInfo>
@@ -19,6 +22,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QMenuBar>
+#include <QShowEvent>
 #include <QSlider>
 #include <QStatusBar>
 #include <QTimer>
@@ -52,27 +56,36 @@ void FrmMain::buildWidgets() {
     Commands& c = m_ctx.commands();
     MainMenus::buildMenuBar(c, menuBar());
 
-    m_toolbar = new QToolBar(QStringLiteral("Toolbar"), this);
-    m_toolbar->setObjectName(QStringLiteral("tbToolbar"));
-    m_toolbar->setAccessibleName(QStringLiteral("Toolbar"));
-    m_toolbar->setMovable(false);
+    // Three bands, as a cool bar has: they share a row while they fit and wrap when they don't,
+    // so nothing falls into an overflow menu on a narrow or scaled screen.
+    const auto band = [this](const char* name, const char* accessible) {
+        auto* bar = new QToolBar(QString::fromLatin1(accessible), this);
+        bar->setObjectName(QString::fromLatin1(name));
+        bar->setAccessibleName(QString::fromLatin1(accessible));
+        bar->setMovable(false);
+        bar->toggleViewAction()->setVisible(false);
+        addToolBar(Qt::TopToolBarArea, bar);
+        return bar;
+    };
+    m_toolbar = band("tbToolbar", "Toolbar");
     m_toolbar->setIconSize(QSize(20, 20));
     MainMenus::buildToolbar(c, m_toolbar);
-    m_toolbar->addSeparator();
 
-    m_combo = new QComboBox(m_toolbar);
+    m_comboBand = band("cbPlaylistsBand", "Playlists");
+    m_combo = new QComboBox(m_comboBand);
     m_combo->setObjectName(QStringLiteral("cmbPlaylists"));
     m_combo->setAccessibleName(QStringLiteral("Playlists"));
     m_combo->setMinimumContentsLength(22);
     m_combo->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    m_toolbar->addWidget(m_combo);
+    m_comboBand->addWidget(m_combo);
 
-    auto* sliders = new QWidget(m_toolbar);
+    m_sliderBand = band("cbSlidersBand", "Position and volume");
+    auto* sliders = new QWidget(m_sliderBand);
     auto* row = new QHBoxLayout(sliders);
     row->setContentsMargins(8, 0, 4, 0);
     row->setSpacing(4);
     m_position = makeSlider(QStringLiteral("sldPosition"), QStringLiteral("Position"), sliders);
-    // The position slider gives way first, so the group never drops into the overflow menu.
+    // The position slider gives way first when the band is short of room.
     m_position->setMinimumWidth(60);
     m_position->setMaximumWidth(QWIDGETSIZE_MAX);
     m_position->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
@@ -93,9 +106,8 @@ void FrmMain::buildWidgets() {
     ui_BindSlider(m_volume, m_ctx.sldVolume(), false);
     ui_BindSlider(m_balance, m_ctx.sldBalance(), false);
     sliders->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    m_toolbar->addWidget(sliders);
-    addToolBar(Qt::TopToolBarArea, m_toolbar);
-    m_toolbar->hide(); // shown by its menu state at start-up
+    m_sliderBand->addWidget(sliders);
+    setToolbarVisible(false); // shown by its menu state at start-up
 
     m_list = new ListView(&m_ctx.lstvPlaylist(), this);
     m_list->setObjectName(QStringLiteral("lstvPlaylist"));
@@ -106,11 +118,13 @@ void FrmMain::buildWidgets() {
     auto* bar = new QStatusBar(this);
     bar->setObjectName(QStringLiteral("sbStatusBar"));
     bar->setAccessibleName(QStringLiteral("Status bar"));
-    const char* names[] = {"Status", "Position", "Time"};
+    const char* names[] = {"Status", "Songs", "Time"};
     for (int i = 0; i < 3; ++i) {
         m_panels[i] = new QLabel(bar);
         m_panels[i]->setObjectName(QStringLiteral("sbPanel%1").arg(i + 1));
-        m_panels[i]->setAccessibleName(QString::fromLatin1(names[i]));
+        // No fixed name: a label without one gives its text as its name and announces each
+        // change of it, which is what a screen reader reads of a status bar.
+        m_panels[i]->setAccessibleDescription(QString::fromLatin1(names[i]));
         m_panels[i]->setContentsMargins(4, 0, 4, 0);
         if (i == 0)
             bar->addWidget(m_panels[i], 1);
@@ -119,7 +133,8 @@ void FrmMain::buildWidgets() {
     }
     setStatusBar(bar);
     bar->hide();
-    connect(&m_ctx, &MainContext::statusTextChanged, m_panels[0], &QLabel::setText);
+    connect(&m_ctx, &MainContext::statusTextChanged, m_panels[0],
+            [this](const QString& text) { setPanelText(1, text); });
 
     m_tmrPosition = new QTimer(this);
     m_tmrPosition->setObjectName(QStringLiteral("tmrPosition"));
@@ -165,13 +180,30 @@ void FrmMain::installDisplayCommands() {
         });
     };
     toggle(QStringLiteral("mnuShowToolbar"), QStringLiteral("ShowToolbar"),
-           [this](bool on) { m_toolbar->setVisible(on); });
+           [this](bool on) { setToolbarVisible(on); });
     toggle(QStringLiteral("mnuShowStatusBar"), QStringLiteral("ShowStatusBar"),
            [this](bool on) { statusBar()->setVisible(on); });
     toggle(QStringLiteral("mnuShowPlaylistHeaders"), QStringLiteral("ShowPlaylistHeaders"),
            [this](bool on) { m_list->setHeadersVisible(on); });
     toggle(QStringLiteral("mnuShowFilenamesColumn"), QStringLiteral("ShowFilenamesColumn"),
            [](bool) {});
+    // The time panel shows one of the two; a click on the one shown keeps it.
+    const QString elapsed = QStringLiteral("mnuStatusBarShowTimeElapsed");
+    const QString remaining = QStringLiteral("mnuStatusBarShowTimeRemaining");
+    for (const bool showElapsed : {true, false}) {
+        const QString menu = showElapsed ? elapsed : remaining;
+        const QString other = showElapsed ? remaining : elapsed;
+        c.setHandler(menu, [this, &c, menu, other, showElapsed] {
+            c.setChecked(menu, true);
+            c.setChecked(other, false);
+            settings_Write(QStringLiteral("Settings"), QStringLiteral("ShowTimeElapsed"),
+                           showElapsed);
+            settings_Write(QStringLiteral("Settings"), QStringLiteral("ShowTimeRemaining"),
+                           !showElapsed);
+            m_ctx.call(m_ctx.tmrPosition_Timer);
+        });
+    }
+    c.setHandler(QStringLiteral("mnuReCenterWindow"), [this] { modWindows::window_Center(this); });
 }
 
 QList<int> FrmMain::columnWidthsTwips() const {
@@ -242,12 +274,16 @@ void FrmMain::applyAppearance() {
     m_list->setFont(font);
     m_combo->setFont(font);
     QPalette p = m_list->palette();
-    p.setColor(QPalette::Base, Colors::fromColorRef(Colors::parse(
-                                   settings_Read(section, QStringLiteral("BackgroundColour")),
-                                   Colors::SystemWindow)));
-    p.setColor(QPalette::Text, Colors::fromColorRef(Colors::parse(
-                                   settings_Read(section, QStringLiteral("FontColour")),
-                                   Colors::SystemWindowText)));
+    const qint64 back = Colors::parse(settings_Read(section, QStringLiteral("BackgroundColour")),
+                                      Colors::SystemWindow);
+    const qint64 fore = Colors::parse(settings_Read(section, QStringLiteral("FontColour")),
+                                      Colors::SystemWindowText);
+    p.setColor(QPalette::Base, Colors::fromColorRef(back, p));
+    QColor text = Colors::fromColorRef(fore, p);
+    // A chosen light background under the theme's own text colour: the text the original had.
+    if (!(back & 0x80000000) && (fore & 0x80000000))
+        text = ui_TextOn(p.color(QPalette::Base), text);
+    p.setColor(QPalette::Text, text);
     const QString image = settings_Read(section, QStringLiteral("PlaylistImage"));
     if (!image.isEmpty() && QFileInfo::exists(image)) {
         const QPixmap picture(image);
@@ -265,6 +301,47 @@ void FrmMain::closeEvent(QCloseEvent* event) {
 }
 
 void FrmMain::resizeEvent(QResizeEvent* event) {
+    arrangeBands();
     QMainWindow::resizeEvent(event);
     Form_Resize();
+}
+
+void FrmMain::showEvent(QShowEvent* event) {
+    arrangeBands();
+    QMainWindow::showEvent(event);
+}
+
+void FrmMain::setPanelText(int panel, const QString& text) {
+    QLabel* label = statusPanel(panel);
+    const QString shown = text_Shown(text);
+    if (label->text() == shown) return;
+    label->setText(shown);
+    // The panel's name is its text: a new song, a new count, a new time are told as they come.
+    QAccessibleEvent event(label, QAccessible::NameChanged);
+    QAccessible::updateAccessibility(&event);
+    Q_EMIT panelTextChanged(panel, shown);
+}
+
+void FrmMain::setToolbarVisible(bool on) {
+    for (QToolBar* bar : {m_toolbar, m_comboBand, m_sliderBand})
+        bar->setVisible(on);
+    arrangeBands();
+}
+
+void FrmMain::arrangeBands() {
+    if (!m_sliderBand) return;
+    // A band starts a new row when the row so far has no room left for it.
+    const int room = width();
+    int used = 0;
+    for (QToolBar* bar : {m_toolbar, m_comboBand, m_sliderBand}) {
+        const int need = bar->sizeHint().width();
+        const bool wrap = bar != m_toolbar && used > 0 && used + need > room;
+        if (wrap != toolBarBreak(bar)) {
+            if (wrap)
+                insertToolBarBreak(bar);
+            else
+                removeToolBarBreak(bar);
+        }
+        used = wrap ? need : used + need;
+    }
 }

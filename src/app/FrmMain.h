@@ -1,5 +1,6 @@
 #pragma once
 #include <QMainWindow>
+#include <array>
 
 class MainContext;
 class ListView;
@@ -24,7 +25,12 @@ public:
     QSlider* sldVolume() { return m_volume; }
     QSlider* sldBalance() { return m_balance; }
     QToolBar* tbToolbar() { return m_toolbar; }
+    // The bands holding the playlist combo and the sliders.
+    QToolBar* comboBand() { return m_comboBand; }
+    QToolBar* sliderBand() { return m_sliderBand; }
     QLabel* statusPanel(int panel) { return m_panels[qBound(0, panel - 1, 2)]; }
+    // Shows a text on a panel (1 to 3), up to its first NUL, and tells a screen reader.
+    void setPanelText(int panel, const QString& text);
     QTimer* tmrPosition() { return m_tmrPosition; }
     QTimer* tmrWindowUpdate() { return m_tmrWindowUpdate; }
 
@@ -40,17 +46,31 @@ public:
     // The command line that started this run, as one text.
     QString Command;
 
+    // What the last full pass of tmrWindowUpdate_Timer saw, kept per window: a new window
+    // always gets its first pass.
+    std::array<qint64, 8> lastUpdateKey{};
+    int quietUpdateTicks = 0;
+    bool updatedOnce = false;
+
     // Set by the start-up code: what a user's close of the window does (Form_QueryUnload, mode 0).
     std::function<bool()> queryUnload;
+
+Q_SIGNALS:
+    // A panel's shown text changed; screen readers got the same news as a name change.
+    void panelTextChanged(int panel, const QString& shown);
 
 protected:
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
 
 private:
     void buildWidgets();
     void mirrorCombo();
     void installDisplayCommands();
+    void setToolbarVisible(bool on);
+    // Puts the toolbar's bands on as few rows as the width allows.
+    void arrangeBands();
 
     MainContext& m_ctx;
     ListView* m_list = nullptr;
@@ -59,6 +79,8 @@ private:
     QSlider* m_volume = nullptr;
     QSlider* m_balance = nullptr;
     QToolBar* m_toolbar = nullptr;
+    QToolBar* m_comboBand = nullptr;
+    QToolBar* m_sliderBand = nullptr;
     QLabel* m_panels[3] = {nullptr, nullptr, nullptr};
     QTimer* m_tmrPosition = nullptr;
     QTimer* m_tmrWindowUpdate = nullptr;

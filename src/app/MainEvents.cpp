@@ -7,13 +7,15 @@
 #include "core/Colors.h"
 #include "core/Commands.h"
 #include "core/FrmConsole.h"
-#include "core/MainContext.h"
 #include "core/ListModel.h"
+#include "core/MainContext.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistMenus.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/SendToMenu.h"
+#include "ui/FocusColour.h"
+#include "ui/FrmAbout.h"
 #include "ui/ListView.h"
 
 #include <QComboBox>
@@ -144,9 +146,8 @@ void MainEvents_install(FrmMain& window) {
     });
     QObject::connect(&PlaylistEditState::of(ctx), &PlaylistEditState::comboBackColorChanged,
                      window.cmbPlaylists(), [&window](qint64 colour) {
-                         QPalette p = window.cmbPlaylists()->palette();
-                         p.setColor(QPalette::Base, Colors::fromColorRef(colour, p));
-                         window.cmbPlaylists()->setPalette(p);
+                         ui_SetBackground(window.cmbPlaylists(),
+                                          Colors::fromColorRef(colour, window.palette()));
                      });
 
     // Commands of the main window itself.
@@ -170,7 +171,8 @@ void MainEvents_install(FrmMain& window) {
         window.ctx().lstvPlaylist().setFont(f);
         window.lstvPlaylist()->setFont(f);
     });
-    c.setHandler(QStringLiteral("mnuAbout"), [] {});
+    c.setHandler(QStringLiteral("mnuAbout"), [&window] { FrmAbout::showOver(&window); });
+    c.setHandler(QStringLiteral("mnuAboutWindows"), [] { mnuAboutWindows_Click(); });
     ctx.focusPlaylist = [view] { view->setFocus(); };
 
     QObject::connect(window.tmrWindowUpdate(), &QTimer::timeout, &window,

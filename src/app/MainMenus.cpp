@@ -17,59 +17,105 @@ struct Entry {
     bool checkable;
 };
 
-// Menus in order; "-" is a separator, ">name|caption" opens a sub-menu, "<" closes it.
+// The menu bar in order; "-" is a separator, ">name|caption" opens a sub-menu, "<" closes it.
+// Positions in the five top menus count separators, and the menu help is keyed by them.
 const char* const kLayout[] = {
     ">mnuFile|&File",
-    "mnuNew",
-    "-mnuLineBreak6",
-    "mnuAddFiles",
-    "mnuAddDirectory",
-    "mnuAddPlaylist",
-    "mnuAddLocation",
-    "-",
-    "mnuOpenPlaylist",
-    "mnuOpenMood",
-    "mnuOpenBookmark",
-    "-mnuLineBreak2",
-    "mnuSave",
-    "mnuSavePlaylistAs",
-    "mnuSaveAsDefault",
-    "-mnuLineBreak20",
-    "mnuPrint",
-    "-mnuLineBreak11",
-    "mnuRecentMediaFiles",
-    "mnuRecentPlaylists",
-    "-mnuLineBreak16",
-    "mnuPreferences",
-    "-mnuLineBreak3",
-    "mnuExit",
+    "mnuNew",              // 0
+    "-mnuLineBreak6",      // 1
+    "mnuAddFiles",         // 2
+    "mnuAddPlaylist",      // 3
+    "mnuAddLocation",      // 4
+    "mnuAddDirectory",     // 5
+    "-",                   // 6
+    "mnuOpenPlaylist",     // 7
+    "mnuOpenMood",         // 8
+    "mnuOpenBookmark",     // 9
+    "-mnuLineBreak2",      // 10
+    "mnuSave",             // 11
+    "mnuSavePlaylistAs",   // 12
+    "mnuSaveAsDefault",    // 13
+    "-mnuLineBreak20",     // 14
+    "mnuPrint",            // 15
+    "-mnuLineBreak11",     // 16
+    "mnuRecentMediaFiles", // 17
+    "mnuRecentPlaylists",  // 18
+    "-mnuLineBreak16",     // 19
+    "mnuPreferences",      // 20
+    "-mnuLineBreak3",      // 21
+    "mnuExit",             // 22
     "<",
-    ">mnuEdit|&Edit",
+    ">mnuPlayback|&Playback",
+    "mnuPrevious",                 // 0
+    "-",                           // 1
+    "mnuRewind",                   // 2
+    "mnuPlay",                     // 3
+    "mnuPause",                    // 4
+    "mnuStop",                     // 5
+    "mnuRandom",                   // 6
+    "mnuFastForward",              // 7
+    "-",                           // 8
+    "mnuNextTrack",                // 9
+    "mnuNextTrackAdvanced",        // 10
+    "-",                           // 11
+    "mnuPlayNext",                 // 12
+    ">mnuPlayingModes|Play M&ode", // 13
+    "mnuPlayingGoThroughPlaylistNormally",
+    "mnuPlayingShuffleByArtist",
+    "mnuPlayingShuffleByAlbum",
+    "mnuPlayingShuffleByYear",
+    "mnuPlayingIntroduction",
+    "mnuPlayingRepeat",
+    "mnuPlayingRepeatOnce",
+    "mnuPlayingStopAfterEnding",
+    "mnuPlayingPickRandomSongs",
+    "<",
+    ">mnuPlaylistModes|Play&list Mode", // 14
+    "mnuPlaylistStopAfterEnding",
+    "mnuPlaylistRepeat",
+    "mnuPlaylistRepeatOnce",
+    "mnuPlaylistPickRandomAfterEnding",
+    "mnuPlaylistSwitchToNext",
+    "-",
+    "mnuWorkForwardThroughList",
+    "mnuWorkBackwardsThroughPlaylist",
+    "<",
+    "-",       // 15
+    "mnuMute", // 16
+    "<",
+    ">mnuPlaylistMenu|Play&list",
+    "mnuLockPlaylist", // 0: outside every menu the lock disables, so it can always be undone
+    "-",               // 1
+    ">mnuEdit|&Edit",  // 2
     "mnuCut",
     "mnuCopy",
     "mnuPaste",
     "mnuClear",
     "-",
     "mnuSelectAll",
-    "-",
-    ">mnuSelected|&Selected",
+    "<",
+    ">mnuSelected|&Selected", // 3
     "mnuSelectedMoveUp",
     "mnuSelectedMoveDown",
     "mnuSelectedCrop",
     "-",
     "mnuRemoveSelected",
     "mnuRemovePhysicallyDeleteSelected",
+    "-",
+    "mnuSelectedRenameFilename",
+    "mnuProperties",
     "<",
-    ">mnuEntries|E&ntries",
+    ">mnuEntries|E&ntries", // 4
     "mnuRemoveAlDeadFilenames",
     "mnuRemoveDuplicateFilenames",
     "-",
     "mnuPlaylistRefreshTags",
-    "<",
     "-",
-    "mnuLockPlaylist",
+    "mnuPlaylistEditAllTags",
+    "mnuPlaylistRenameAllFilenames",
+    "mnuPlaylistMoveMusicToFolder",
     "<",
-    ">mnuArrange|&Arrange",
+    ">mnuArrange|&Arrange", // 5
     ">mnuSort|&Sort",
     "mnuSortByArtist",
     "mnuSortByTitle",
@@ -82,110 +128,134 @@ const char* const kLayout[] = {
     "mnuDontSort",
     "<",
     "mnuShuffleThePlaylist",
-    "-",
-    ">mnuJump|&Jump",
+    "<",
+    ">mnuJump|&Jump", // 6
     "mnuJumpToCurrentlyPlaying",
     "mnuJumpToMedia",
     "mnuJumpToTime",
     "mnuJumpToTrackNumber",
     "-",
+    "mnuJumpToFirstTrack",
+    "mnuJumpToMiddleTrack",
+    "mnuJumpToLastTrack",
+    "-",
+    "mnuJumpForward5Tracks",
+    "mnuJumpForward10Tracks",
+    "mnuJumpBack5Tracks",
+    "mnuJumpBack10Tracks",
+    "-",
     "mnuJumpToNextPlaylist",
     "mnuJumpToPreviousPlaylist",
     "mnuJumpToRandomPlaylist",
     "<",
-    ">mnuPlaylists|Play&lists",
+    ">mnuPlaylists|Pla&ylists", // 7
     "mnuManagePlaylists",
+    "mnuRenameCurrentPlaylist",
+    "mnuDeleteCurrentPlaylist",
+    "mnuDeleteAllPlaylists",
+    "-",
     "mnuGeneratePlaylist",
+    "mnuUseRandomSongsForPlaylist",
     "<",
-    "<",
-    ">mnuPlayback|&Play",
-    "mnuPlay",
-    "mnuPause",
-    "mnuStop",
-    "-",
-    "mnuPrevious",
-    "mnuNextTrack",
-    "mnuNextTrackAdvanced",
-    "mnuRandom",
-    "mnuPlayNext",
-    "-",
-    "mnuRewind",
-    "mnuFastForward",
-    "-",
-    "mnuMute",
-    "-",
-    ">mnuMode|Play &Mode",
-    "mnuPlayingGoThroughPlaylistNormally",
-    "mnuPlayingShuffleByArtist",
-    "mnuPlayingShuffleByAlbum",
-    "mnuPlayingShuffleByYear",
-    "mnuPlayingIntroduction",
-    "mnuPlayingRepeat",
-    "mnuPlayingRepeatOnce",
-    "mnuPlayingStopAfterEnding",
-    "mnuPlayingPickRandomSongs",
-    "-",
-    "mnuPlaylistStopAfterEnding",
-    "mnuPlaylistRepeat",
-    "mnuPlaylistRepeatOnce",
-    "mnuPlaylistPickRandomAfterEnding",
-    "mnuPlaylistSwitchToNext",
-    "-",
-    "mnuWorkForwardThroughList",
-    "mnuWorkBackwardsThroughPlaylist",
-    "<",
-    "<",
-    ">mnuDisplay|&View",
-    "mnuShowToolbar",
-    "mnuShowStatusBar",
-    "mnuShowPlaylistHeaders",
-    "mnuShowFilenamesColumn",
-    "-",
-    "mnuFontsizeIncrease",
-    "mnuFontsizeDecrease",
-    "-",
-    "mnuAlwaysOnTop",
-    "mnuSwitchToMiniMode",
-    "<",
-    ">mnuOptions|&Tools",
-    "mnuOpenMediaLibrary",
-    "mnuOpenCDPlayer",
-    "mnuTracking",
-    "mnuVolumes",
-    "mnuConsole",
-    "-",
+    "mnuOpenCDPlayer",      // 8
+    "mnuOpenMediaLibrary",  // 9
+    "-",                    // 10
+    ">mnuOptions|&Options", // 11
     "mnuTagsShowTagsAsFilesAreAdded",
     "mnuTagsShowTagsAsFilesArePlayed",
     "mnuTagsUseID3v2Tags",
     "-",
+    "mnuKeysUseAsShortcuts",
+    "mnuKeysUseAsArtistFindingKeys",
+    "-",
     "mnuWindowsDisableGlobalHotkeys",
-    "mnuWindowsShowEachSongAsItsPlayed",
-    "mnuWindowsShowLyricsWhenAvailable",
+    "mnuWindowsEditWindowsGLobalHotkeys",
+    "<",
+    ">mnuDisplay|&Display", // 12
+    "mnuFontsizeIncrease",
+    "mnuFontsizeDecrease",
+    "<",
+    "<",
+    ">mnuWindowMenu|&Window",
+    "mnuAlwaysOnTop",                    // 0
+    "mnuHideInTheTaskManager",           // 1
+    "-",                                 // 2
+    "mnuWindowsShowEachSongAsItsPlayed", // 3
+    "mnuWindowsShowLyricsWhenAvailable", // 4
+    "mnuMessengerShowSongsBeingPlayed",  // 5
+    "-",                                 // 6
+    "mnuSwitchToMiniMode",               // 7
+    "-",                                 // 8
+    "mnuShowToolbar",                    // 9
+    "mnuShowStatusBar",                  // 10
+    "mnuShowPlaylistHeaders",            // 11
+    "mnuShowFilenamesColumn",            // 12
+    "-",                                 // 13
+    "mnuReCenterWindow",                 // 14
+    "-",                                 // 15
+    "mnuStatusBarShowTimeElapsed",       // 16
+    "mnuStatusBarShowTimeRemaining",     // 17
     "<",
     ">mnuHelp|&Help",
-    "mnuCheckForUpdates",
-    "-",
-    "mnuAbout",
+    "mnuConsole",         // 0
+    "mnuTracking",        // 1
+    "mnuVolumes",         // 2
+    "-",                  // 3
+    "mnuForum",           // 4
+    "mnuHomepage",        // 5
+    "-",                  // 6
+    "mnuCheckForUpdates", // 7
+    "-",                  // 8
+    "mnuAbout",           // 9
+    "mnuAboutWindows",    // 10
     "<",
 };
 
 const Entry kEntries[] = {
     {"mnuNew", "&New Playlist", false},
     {"mnuAddFiles", "Add &Files...", false},
-    {"mnuAddDirectory", "Add &Directory...", false},
     {"mnuAddPlaylist", "Add Pla&ylist...", false},
     {"mnuAddLocation", "Add &Location...", false},
+    {"mnuAddDirectory", "Add &Directory...", false},
     {"mnuOpenPlaylist", "&Open Playlist...", false},
     {"mnuOpenMood", "Open &Mood", false},
     {"mnuOpenBookmark", "Open &Bookmark", false},
     {"mnuSave", "&Save Playlist", false},
     {"mnuSavePlaylistAs", "Save Playlist &As...", false},
-    {"mnuSaveAsDefault", "Save As &Default", false},
+    {"mnuSaveAsDefault", "Save As Defa&ult", false},
     {"mnuPrint", "&Print Playlist...", false},
     {"mnuRecentMediaFiles", "Recent M&edia Files", false},
-    {"mnuRecentPlaylists", "Recent Pla&ylists", false},
+    {"mnuRecentPlaylists", "Recent Playlis&ts", false},
     {"mnuPreferences", "P&references...", false},
     {"mnuExit", "E&xit", false},
+    {"mnuPrevious", "Pre&vious", false},
+    {"mnuRewind", "&Rewind", false},
+    {"mnuPlay", "&Play", false},
+    {"mnuPause", "P&ause", false},
+    {"mnuStop", "&Stop", false},
+    {"mnuRandom", "Rando&m", false},
+    {"mnuFastForward", "&Fast Forward", false},
+    {"mnuNextTrack", "&Next", false},
+    {"mnuNextTrackAdvanced", "Next (A&dvanced)", false},
+    {"mnuPlayNext", "Play Ne&xt...", false},
+    {"mnuMute", "Mut&e", true},
+    {"mnuPlayingGoThroughPlaylistNormally", "Go Through Playlist &Normally", true},
+    {"mnuPlayingShuffleByArtist", "Shuffle By &Artist", true},
+    {"mnuPlayingShuffleByAlbum", "Shuffle By A&lbum", true},
+    {"mnuPlayingShuffleByYear", "Shuffle By &Year", true},
+    {"mnuPlayingIntroduction", "&Introduction", true},
+    {"mnuPlayingRepeat", "&Repeat", true},
+    {"mnuPlayingRepeatOnce", "Repeat &Once", true},
+    {"mnuPlayingStopAfterEnding", "&Stop After Ending", true},
+    {"mnuPlayingPickRandomSongs", "&Pick Random Songs", true},
+    {"mnuPlaylistStopAfterEnding", "Playlist:  &Stop After Ending", true},
+    {"mnuPlaylistRepeat", "Playlist:  &Repeat", true},
+    {"mnuPlaylistRepeatOnce", "Playlist:  Repeat &Once", true},
+    {"mnuPlaylistPickRandomAfterEnding", "Playlist:  &Pick Random After Ending", true},
+    {"mnuPlaylistSwitchToNext", "Playlist:  S&witch To Next", true},
+    {"mnuWorkForwardThroughList", "Work &Forward Through List", true},
+    {"mnuWorkBackwardsThroughPlaylist", "Work &Backwards Through List", true},
+    {"mnuLockPlaylist", "&Lock Playlist", true},
     {"mnuCut", "Cu&t", false},
     {"mnuCopy", "&Copy", false},
     {"mnuPaste", "&Paste", false},
@@ -195,11 +265,15 @@ const Entry kEntries[] = {
     {"mnuSelectedMoveDown", "Move &Down", false},
     {"mnuSelectedCrop", "&Crop", false},
     {"mnuRemoveSelected", "&Remove", false},
-    {"mnuRemovePhysicallyDeleteSelected", "&Physically Delete...", false},
+    {"mnuRemovePhysicallyDeleteSelected", "P&hysically Delete...", false},
+    {"mnuSelectedRenameFilename", "Re&name Filename...", false},
+    {"mnuProperties", "&Properties...", false},
     {"mnuRemoveAlDeadFilenames", "Remove &Dead Filenames", false},
     {"mnuRemoveDuplicateFilenames", "Remove D&uplicate Filenames", false},
     {"mnuPlaylistRefreshTags", "Refresh &Tags", false},
-    {"mnuLockPlaylist", "&Lock Playlist", true},
+    {"mnuPlaylistEditAllTags", "&Edit All ID3 Tags...", false},
+    {"mnuPlaylistRenameAllFilenames", "&Rename All Filenames...", false},
+    {"mnuPlaylistMoveMusicToFolder", "&Move Music To Folder...", false},
     {"mnuSortByArtist", "Sort By:  &Artist", true},
     {"mnuSortByTitle", "Sort By:  &Title", true},
     {"mnuSortByYear", "Sort By:  &Year", true},
@@ -213,59 +287,54 @@ const Entry kEntries[] = {
     {"mnuJumpToMedia", "To &Media...", false},
     {"mnuJumpToTime", "To &Time...", false},
     {"mnuJumpToTrackNumber", "To Track &Number...", false},
+    {"mnuJumpToFirstTrack", "To &First Track", false},
+    {"mnuJumpToMiddleTrack", "To Mi&ddle Track", false},
+    {"mnuJumpToLastTrack", "To &Last Track", false},
+    {"mnuJumpForward5Tracks", "Forward &5 Tracks", false},
+    {"mnuJumpForward10Tracks", "Forward &10 Tracks", false},
+    {"mnuJumpBack5Tracks", "&Back 5 Tracks", false},
+    {"mnuJumpBack10Tracks", "B&ack 10 Tracks", false},
     {"mnuJumpToNextPlaylist", "To N&ext Playlist", false},
     {"mnuJumpToPreviousPlaylist", "To &Previous Playlist", false},
     {"mnuJumpToRandomPlaylist", "To &Random Playlist", false},
     {"mnuManagePlaylists", "&Manage Playlists...", false},
+    {"mnuRenameCurrentPlaylist", "Current:  &Rename...", false},
+    {"mnuDeleteCurrentPlaylist", "Current:  &Delete...", false},
+    {"mnuDeleteAllPlaylists", "Delete &All Playlists...", false},
     {"mnuGeneratePlaylist", "&Generate Playlist...", false},
-    {"mnuPlay", "&Play", false},
-    {"mnuPause", "P&ause", false},
-    {"mnuStop", "&Stop", false},
-    {"mnuPrevious", "Pre&vious", false},
-    {"mnuNextTrack", "&Next", false},
-    {"mnuNextTrackAdvanced", "Next (A&dvanced)", false},
-    {"mnuRandom", "Rando&m", false},
-    {"mnuPlayNext", "Play Ne&xt...", false},
-    {"mnuRewind", "&Rewind", false},
-    {"mnuFastForward", "&Fast Forward", false},
-    {"mnuMute", "Mut&e", true},
-    {"mnuPlayingGoThroughPlaylistNormally", "Go Through Playlist &Normally", true},
-    {"mnuPlayingShuffleByArtist", "Shuffle By &Artist", true},
-    {"mnuPlayingShuffleByAlbum", "Shuffle By A&lbum", true},
-    {"mnuPlayingShuffleByYear", "Shuffle By &Year", true},
-    {"mnuPlayingIntroduction", "&Introduction", true},
-    {"mnuPlayingRepeat", "&Repeat", true},
-    {"mnuPlayingRepeatOnce", "Repeat &Once", true},
-    {"mnuPlayingStopAfterEnding", "&Stop After Ending", true},
-    {"mnuPlayingPickRandomSongs", "&Pick Random Songs", true},
-    {"mnuPlaylistStopAfterEnding", "Playlist:  Stop After Ending", true},
-    {"mnuPlaylistRepeat", "Playlist:  Repeat", true},
-    {"mnuPlaylistRepeatOnce", "Playlist:  Repeat Once", true},
-    {"mnuPlaylistPickRandomAfterEnding", "Playlist:  Pick Random After Ending", true},
-    {"mnuPlaylistSwitchToNext", "Playlist:  Switch To Next", true},
-    {"mnuWorkForwardThroughList", "Work &Forward Through List", true},
-    {"mnuWorkBackwardsThroughPlaylist", "Work &Backwards Through List", true},
-    {"mnuShowToolbar", "&Toolbar", true},
-    {"mnuShowStatusBar", "&Status Bar", true},
-    {"mnuShowPlaylistHeaders", "Playlist &Headers", true},
-    {"mnuShowFilenamesColumn", "&Filenames Column", true},
+    {"mnuUseRandomSongsForPlaylist", "Random &Songs Playlist...", false},
+    {"mnuOpenCDPlayer", "&CD Player", true},
+    {"mnuOpenMediaLibrary", "&Media Library", true},
+    {"mnuTagsShowTagsAsFilesAreAdded", "Tags:  Show Tags As Files Are &Added", true},
+    {"mnuTagsShowTagsAsFilesArePlayed", "Tags:  Show Tags As Files Are &Played", true},
+    {"mnuTagsUseID3v2Tags", "Tags:  Use ID3v&2 Tags", true},
+    {"mnuKeysUseAsShortcuts", "Keys:  Use As &Shortcut Keys...", true},
+    {"mnuKeysUseAsArtistFindingKeys", "Keys:  Use As Artist &Finding Keys...", true},
+    {"mnuWindowsDisableGlobalHotkeys", "Windows:  &Disable Global Hotkeys...", true},
+    {"mnuWindowsEditWindowsGLobalHotkeys", "Windows:  &Edit Windows Global Hotkeys...", false},
     {"mnuFontsizeIncrease", "&Increase Font Size", false},
     {"mnuFontsizeDecrease", "&Decrease Font Size", false},
     {"mnuAlwaysOnTop", "&Always On Top", true},
-    {"mnuSwitchToMiniMode", "Switch To &Mini-Mode", true},
-    {"mnuOpenMediaLibrary", "&Media Library", true},
-    {"mnuOpenCDPlayer", "&CD Player", true},
-    {"mnuTracking", "&Tracking", false},
-    {"mnuVolumes", "Adjust &Volumes", false},
-    {"mnuConsole", "C&onsole", false},
-    {"mnuTagsShowTagsAsFilesAreAdded", "Show Tags As Files Are &Added", true},
-    {"mnuTagsShowTagsAsFilesArePlayed", "Show Tags As Files Are &Played", true},
-    {"mnuTagsUseID3v2Tags", "Use ID3v&2 Tags", true},
-    {"mnuWindowsDisableGlobalHotkeys", "&Disable Global Hotkeys", true},
+    {"mnuHideInTheTaskManager", "&Hide In The Task Manager", true},
     {"mnuWindowsShowEachSongAsItsPlayed", "Show &Each Song As Its Played", true},
     {"mnuWindowsShowLyricsWhenAvailable", "Show L&yrics When Available", true},
+    {"mnuMessengerShowSongsBeingPlayed", "Show Songs Being Played To The &Messenger", true},
+    {"mnuSwitchToMiniMode", "Switch To Mi&ni-Mode", true},
+    {"mnuShowToolbar", "Show &Toolbar", true},
+    {"mnuShowStatusBar", "Show &Status Bar", true},
+    {"mnuShowPlaylistHeaders", "Show Playlist Hea&ders", true},
+    {"mnuShowFilenamesColumn", "Show &Filenames Column", true},
+    {"mnuReCenterWindow", "Re-&Center Window", false},
+    {"mnuStatusBarShowTimeElapsed", "Status Bar:  Show Time E&lapsed", true},
+    {"mnuStatusBarShowTimeRemaining", "Status Bar:  Show Time &Remaining", true},
+    {"mnuConsole", "&Console", false},
+    {"mnuTracking", "&Tracking", false},
+    {"mnuVolumes", "Adjust &Volumes", false},
+    {"mnuForum", "Kelmora &Forum", false},
+    {"mnuHomepage", "Kelmora &Website", false},
     {"mnuCheckForUpdates", "Check For &Updates...", false},
     {"mnuAbout", "&About VELDOR...", false},
+    {"mnuAboutWindows", "About The &System...", false},
 };
 
 struct Button {

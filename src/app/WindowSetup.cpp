@@ -7,21 +7,21 @@
 #include "core/App.h"
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/SettingsCatalogue.h"
 #include "core/SliderModel.h"
+#include "core/modControls.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
-#include "playback/Lyrics.h"
 #include "core/wmpPlayer.h"
+#include "playback/Lyrics.h"
 #include "playlists/ListFiles.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 #include "system/modWindows.h"
 #include "ui/ListView.h"
 
@@ -47,8 +47,8 @@ const MenuState kMenuStates[] = {
     {"ShowLyricsWhenAvailable", "mnuWindowsShowLyricsWhenAvailable"},
     {"ShowPlaylistHeaders", "mnuShowPlaylistHeaders"},
     {"ShowStatusBar", "mnuShowStatusBar"},
-    {"ShowTimeElapsed", "mnuShowTimeElapsed"},
-    {"ShowTimeRemaining", "mnuShowTimeRemaining"},
+    {"ShowTimeElapsed", "mnuStatusBarShowTimeElapsed"},
+    {"ShowTimeRemaining", "mnuStatusBarShowTimeRemaining"},
     {"ShowToolbar", "mnuShowToolbar"},
     {"TagsShowTagsAsFilesAreAdded", "mnuTagsShowTagsAsFilesAreAdded"},
     {"TagsShowTagsAsFilesArePlayed", "mnuTagsShowTagsAsFilesArePlayed"},
@@ -196,6 +196,8 @@ void window_Setup(FrmMain& window) {
     } else if (settings_IsOn(kSettings, QStringLiteral("PlayMusicOnStartUp"),
                              QStringLiteral("0")) &&
                list.count() > 0) {
+        // A last row beyond the list leaves the first selected, as the list view does.
+        if (!listview_HasSelection(list)) listview_SelectItem(list, 1);
         if (ctx.player_Play) ctx.player_Play(1);
     }
 

@@ -2,10 +2,10 @@
 
 #include "app/FrmMain.h"
 #include "core/Commands.h"
-#include "core/MainContext.h"
-#include "playback/PlayerTimers.h"
 #include "core/ListModel.h"
+#include "core/MainContext.h"
 #include "core/PlaylistCombo.h"
+#include "playback/PlayerTimers.h"
 #include "playlists/PlaylistEditing.h"
 #include "ui/ListView.h"
 
@@ -33,8 +33,6 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
     const int selected = list.count() ? list.selectedCount() : 0;
     // What the enabling depends on. While it stands still a tick has nothing to change, so the
     // full pass runs only on a change, or once a second to set right what others may have moved.
-    static std::array<qint64, 8> last{};
-    static int quietTicks = 0;
     const std::array<qint64, 8> now{list.count(),
                                     selected,
                                     list.count() ? list.selectedItem() : -1,
@@ -43,9 +41,10 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
                                     ctx.cmbPlaylists().count(),
                                     ctx.cmbPlaylists().listIndex(),
                                     qint64(&ctx)};
-    if (now == last && ++quietTicks < 20) return;
-    last = now;
-    quietTicks = 0;
+    if (window.updatedOnce && now == window.lastUpdateKey && ++window.quietUpdateTicks < 20) return;
+    window.updatedOnce = true;
+    window.lastUpdateKey = now;
+    window.quietUpdateTicks = 0;
     window.lstvPlaylist()->setToolTip(
         selected > 1 ? QStringLiteral("Songs Selected:  %1").arg(selected) : QString());
     const bool clip = PlaylistEditState::of(ctx).hasClip();
@@ -62,7 +61,7 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
     if (list.count() == 0) {
         for (const char* menu : {"mnuSelectAll", "mnuCopy", "mnuCut"})
             c.setEnabled(QString::fromLatin1(menu), false);
-        window.statusPanel(2)->setText(QStringLiteral("Songs:  None"));
+        window.setPanelText(2, QStringLiteral("Songs:  None"));
         window_Controls(window, false);
         // An empty list cannot be locked, and a list that empties unlocks itself.
         if (locked) c.run(QStringLiteral("mnuLockPlaylist"));
@@ -78,13 +77,11 @@ void tmrWindowUpdate_Timer(FrmMain& window) {
     const bool single = list.count() == 1;
     c.setEnabled(QStringLiteral("mnuSelectedMoveUp"), !locked && !single && row != 1);
     c.setEnabled(QStringLiteral("mnuSelectedMoveDown"), !locked && !single && row != list.count());
-    window.statusPanel(2)->setText(QStringLiteral("Songs:  %1").arg(list.count()));
+    window.setPanelText(2, QStringLiteral("Songs:  %1").arg(list.count()));
     if (!locked) window_Controls(window, true);
 }
 
 void tmrPosition_Timer(FrmMain& window) {
-    QLabel* time = window.statusPanel(3);
-    tmrPosition_Timer(window.ctx(), [time](const QString& text) {
-        if (time->text() != text) time->setText(text);
-    });
+    tmrPosition_Timer(window.ctx(),
+                      [&window](const QString& text) { window.setPanelText(3, text); });
 }

@@ -2,9 +2,11 @@
 
 #include "core/App.h"
 #include "core/DialogScript.h"
+#include "core/ShownText.h"
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFontDialog>
@@ -12,6 +14,8 @@
 #include <QPointer>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QRegularExpression>
+#include <QStandardPaths>
 
 namespace Dialogs {
 namespace {
@@ -83,7 +87,9 @@ QStringList convertFilter(const QString& filter) {
     return out;
 }
 
-int msgBox(const QString& text, int flags, const QString& title) {
+int msgBox(const QString& fullText, int flags, const QString& fullTitle) {
+    // A message box shows its texts up to the first NUL, scripted or not.
+    const QString text = text_Shown(fullText), title = text_Shown(fullTitle);
     const Asked asked{QStringLiteral("message"), title, text, flags};
     if (Responder* r = active()) return r->message(asked);
     QMessageBox box(g_parent);
@@ -105,21 +111,60 @@ int msgBox(const QString& text, int flags, const QString& title) {
     return vbOK;
 }
 
-FileResult showOpen(const FileRequest& request) {
+FileResult showOpen(const FileRequest& asked) {
+    FileRequest request = asked;
+    request.initDir = startFolder(asked.initDir);
     if (Responder* r = active())
         return r->file({QStringLiteral("open"), request.title, request.filter, request.flags},
                        request);
     return runFileDialog(request, false);
 }
 
-FileResult showSave(const FileRequest& request) {
-    if (Responder* r = active())
-        return r->file({QStringLiteral("save"), request.title, request.filter, request.flags},
-                       request);
-    return runFileDialog(request, true);
+QString startFolder(const QString& stored) {
+    // "C:\" and its kind name nothing here, even where a folder of that name could exist.
+    static const QRegularExpression windowsPath(QStringLiteral("^[A-Za-z]:[\\\\/]?"));
+    if (!stored.trimmed().isEmpty() && !windowsPath.match(stored).hasMatch() &&
+        QFileInfo(stored).isDir())
+        return stored;
+    const QString music = QStandardPaths::writableLocation(QStandardPaths::MusicLocation);
+    if (!music.isEmpty() && QFileInfo(music).isDir()) return music;
+    return QDir::homePath();
 }
 
-QString browseFolder(const QString& prompt, const QString& initial) {
+QString withFilterExtension(const QString& path, const QString& filter, int filterIndex) {
+    const QString name = QFileInfo(path).fileName();
+    if (name.isEmpty() || name.contains(QLatin1Char('.'))) return path;
+    const QStringList parts = filter.split(QLatin1Char('|'));
+    const qsizetype patterns = qsizetype(qMax(1, filterIndex) - 1) * 2 + 1;
+    if (patterns >= parts.size()) return path;
+    const QString first = parts[patterns].section(QLatin1Char(';'), 0, 0).trimmed();
+    if (!first.startsWith(QLatin1String("*."))) return path;
+    const QString extension = first.mid(2);
+    if (extension.isEmpty() || extension.contains(QLatin1Char('*')) ||
+        extension.contains(QLatin1Char('?')))
+        return path;
+    return path + QLatin1Char('.') + extension;
+}
+
+FileResult showSave(const FileRequest& asked) {
+    FileRequest request = asked;
+    request.initDir = startFolder(asked.initDir);
+    FileResult result;
+    if (Responder* r = active())
+        result = r->file({QStringLiteral("save"), request.title, request.filter, request.flags},
+                         request);
+    else
+        result = runFileDialog(request, true);
+    // What the classic save dialog did for a name typed bare.
+    if (!result.path.isEmpty())
+        result.path =
+            withFilterExtension(result.path, request.filter,
+                                result.filterIndex ? result.filterIndex : request.filterIndex);
+    return result;
+}
+
+QString browseFolder(const QString& prompt, const QString& stored) {
+    const QString initial = startFolder(stored);
     if (Responder* r = active())
         return r->folder({QStringLiteral("folder"), prompt, initial, 0}, initial);
     return QFileDialog::getExistingDirectory(g_parent, prompt, initial);

@@ -68,6 +68,14 @@ std::optional<QColor> chooseColor(const QString& title, const QColor& initial);
 std::optional<QFont> chooseFont(const QString& title, const QFont& initial);
 bool showPrinter(const QString& title, QPrinter& printer);
 
+// Where a dialog opens for a stored folder: the folder itself when it exists, else (a Windows
+// default such as "C:\", a folder gone, a file) the user's Music folder, else the home folder.
+QString startFolder(const QString& stored);
+
+// A saved name typed without an extension takes the first extension of the filter chosen
+// ("Trip" and "Playlist|*.spp|" give "Trip.spp"); "*.*" adds nothing.
+QString withFilterExtension(const QString& path, const QString& filter, int filterIndex);
+
 // "Name|*.a;*.b|All|*.*|" -> {"Name (*.a *.b)", "All (*.*)"}
 QStringList convertFilter(const QString& filter);
 

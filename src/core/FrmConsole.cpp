@@ -1,4 +1,5 @@
 #include "core/FrmConsole.h"
+#include "core/ShownText.h"
 
 #include "core/ConsoleLog.h"
 
@@ -130,15 +131,15 @@ void FrmConsole::applyWriteState(bool enabled) {
 }
 
 void FrmConsole::resetText() {
-    txtData->setPlainText(ConsoleLog::displayText(m_log.text()));
+    txtData->setPlainText(text_ShownLines(ConsoleLog::displayText(m_log.text())));
 }
 
 void FrmConsole::appendLine(const QString& line) {
     // Appending keeps a long log cheap: the document is never rebuilt for one line.
     if (m_log.text().size() == line.size() + 2) // the first line of the log
-        txtData->setPlainText(line);
+        txtData->setPlainText(text_ShownLines(line));
     else
-        txtData->appendPlainText(line);
+        txtData->appendPlainText(text_ShownLines(line));
 }
 
 void FrmConsole::closeEvent(QCloseEvent* event) {

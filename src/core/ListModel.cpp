@@ -4,10 +4,68 @@
 
 #include <QGuiApplication>
 #include <algorithm>
+#include <cstring>
 #include <numeric>
 
 namespace {
-const QString kEmpty;
+constexpr quint32 kWide = 0x80000000u;
+
+bool fitsOneByte(const QString& s) {
+    for (const QChar c : s)
+        if (c.unicode() > 0xFF) return false;
+    return true;
+}
+} // namespace
+
+ListModel::PackedCells::PackedCells(const QStringList& cells, int columns) {
+    const int n = qMax(0, columns);
+    size_t bytes = 0;
+    std::vector<bool> wide(static_cast<size_t>(n), false);
+    for (int c = 0; c < n && c < cells.size(); ++c) {
+        wide[size_t(c)] = !fitsOneByte(cells[c]);
+        bytes += size_t(cells[c].size()) * (wide[size_t(c)] ? 2 : 1);
+    }
+    const size_t words = 1 + size_t(n) + (bytes + 3) / 4;
+    m_data.reset(new quint32[words]);
+    quint32* head = m_data.get();
+    head[0] = quint32(n);
+    char* out = reinterpret_cast<char*>(head + 1 + n);
+    for (int c = 0; c < n; ++c) {
+        const QString cell = c < cells.size() ? cells[c] : QString();
+        const auto len = quint32(cell.size());
+        if (wide[size_t(c)]) {
+            head[1 + c] = len | kWide;
+            std::memcpy(out, cell.constData(), size_t(len) * 2);
+            out += size_t(len) * 2;
+        } else {
+            head[1 + c] = len;
+            const QChar* in = cell.constData();
+            for (quint32 i = 0; i < len; ++i)
+                *out++ = char(in[i].unicode());
+        }
+    }
+}
+
+QString ListModel::PackedCells::cell(int column) const {
+    if (column < 0 || column >= size()) return {};
+    const quint32* head = header();
+    const char* p = reinterpret_cast<const char*>(head + 1 + size());
+    for (int c = 0; c < column; ++c)
+        p += (head[1 + c] & ~kWide) * ((head[1 + c] & kWide) ? 2 : 1);
+    const quint32 word = head[1 + column];
+    const qsizetype len = qsizetype(word & ~kWide);
+    if (!(word & kWide)) return QString::fromLatin1(p, len);
+    QString out(len, Qt::Uninitialized);
+    std::memcpy(out.data(), p, size_t(len) * 2);
+    return out;
+}
+
+QStringList ListModel::PackedCells::cells() const {
+    QStringList out;
+    out.reserve(size());
+    for (int c = 0; c < size(); ++c)
+        out.append(cell(c));
+    return out;
 }
 
 ListModel::ListModel(const QStringList& headers, QObject* parent)
@@ -29,21 +87,21 @@ QVariant ListModel::data(const QModelIndex& index, int role) const {
     switch (role) {
     case Qt::DisplayRole: {
         // A list control's text ends at a NUL; tags padded with NULs keep them in the cell.
-        const QString& text = r.cells.value(index.column());
+        const QString text = r.cells.cell(index.column());
         const qsizetype nul = text.indexOf(QChar(0));
         return nul < 0 ? text : text.left(nul);
     }
     case Qt::EditRole:
     case Qt::AccessibleTextRole:
     case Qt::ToolTipRole:
-        return r.cells.value(index.column());
+        return r.cells.cell(index.column());
     case Qt::ForegroundRole:
-        if (!r.style.empty() && r.style[size_t(index.column())].color != DefaultColor)
+        if (r.style && r.style[size_t(index.column())].hasColor)
             return Colors::fromColorRef(r.style[size_t(index.column())].color,
                                         QGuiApplication::palette());
         return {};
     case Qt::FontRole:
-        if (!r.style.empty() && r.style[size_t(index.column())].bold) return m_boldFont;
+        if (r.style && r.style[size_t(index.column())].bold) return m_boldFont;
         return {};
     default:
         return {};
@@ -62,17 +120,23 @@ Qt::ItemFlags ListModel::flags(const QModelIndex& index) const {
            Qt::ItemNeverHasChildren;
 }
 
-const QString& ListModel::text(int row, int column) const {
-    if (row < 0 || row >= count()) return kEmpty;
-    const QStringList& cells = m_rows[size_t(row)].cells;
-    return column >= 0 && column < cells.size() ? cells[column] : kEmpty;
+QString ListModel::text(int row, int column) const {
+    if (row < 0 || row >= count()) return {};
+    return m_rows[size_t(row)].cells.cell(column);
+}
+
+QStringList ListModel::rowTexts(int row) const {
+    if (row < 0 || row >= count()) return {};
+    return m_rows[size_t(row)].cells.cells();
 }
 
 void ListModel::setText(int row, int column, const QString& text) {
     if (row < 0 || row >= count() || column < 0 || column >= columns()) return;
-    QString& cell = m_rows[size_t(row)].cells[column];
-    if (cell == text) return;
-    cell = text;
+    PackedCells& packed = m_rows[size_t(row)].cells;
+    QStringList cells = packed.cells();
+    if (cells[column] == text) return;
+    cells[column] = text;
+    packed = PackedCells(cells, columns());
     const QModelIndex i = index(row, column);
     Q_EMIT dataChanged(i, i, {Qt::DisplayRole});
 }
@@ -85,23 +149,20 @@ void ListModel::setRowTexts(int row, const QStringList& cells) {
 
 ListModel::Row ListModel::makeRow(const QStringList& cells) const {
     Row r;
-    r.cells = cells;
-    while (r.cells.size() < columns())
-        r.cells.append(QString());
-    if (r.cells.size() > columns()) r.cells.resize(columns());
+    r.cells = PackedCells(cells, columns());
     return r;
 }
 
 ListModel::CellStyle& ListModel::styleOf(int row, int column) {
     Row& r = m_rows[size_t(row)];
-    if (r.style.empty()) r.style.resize(size_t(columns()));
+    if (!r.style) r.style.reset(new CellStyle[size_t(columns())]);
     return r.style[size_t(column)];
 }
 
 bool ListModel::isBold(int row, int column) const {
     if (row < 0 || row >= count() || column < 0 || column >= columns()) return false;
     const Row& r = m_rows[size_t(row)];
-    return !r.style.empty() && r.style[size_t(column)].bold;
+    return r.style && r.style[size_t(column)].bold;
 }
 
 void ListModel::setBold(int row, int column, bool bold) {
@@ -116,24 +177,32 @@ void ListModel::setBold(int row, int column, bool bold) {
 qint64 ListModel::foreColor(int row, int column) const {
     if (row < 0 || row >= count() || column < 0 || column >= columns()) return DefaultColor;
     const Row& r = m_rows[size_t(row)];
-    return r.style.empty() ? DefaultColor : r.style[size_t(column)].color;
+    if (!r.style || !r.style[size_t(column)].hasColor) return DefaultColor;
+    return r.style[size_t(column)].color;
 }
 
 void ListModel::setForeColor(int row, int column, qint64 colorRef) {
     if (row < 0 || row >= count() || column < 0 || column >= columns() ||
         foreColor(row, column) == colorRef)
         return;
-    styleOf(row, column).color = colorRef;
+    CellStyle& style = styleOf(row, column);
+    style.hasColor = colorRef != DefaultColor;
+    style.color = style.hasColor ? quint32(colorRef) : 0;
     const QModelIndex i = index(row, column);
     Q_EMIT dataChanged(i, i, {Qt::ForegroundRole});
 }
 
 void ListModel::setRowStyle(int row, bool bold, qint64 colorRef) {
     if (row < 0 || row >= count()) return;
-    for (int c = 0; c < columns(); ++c) {
-        CellStyle& s = styleOf(row, c);
-        s.bold = bold;
-        s.color = colorRef;
+    if (!bold && colorRef == DefaultColor) {
+        m_rows[size_t(row)].style.reset(); // plain rows carry no style block
+    } else {
+        for (int c = 0; c < columns(); ++c) {
+            CellStyle& s = styleOf(row, c);
+            s.bold = bold;
+            s.hasColor = colorRef != DefaultColor;
+            s.color = s.hasColor ? quint32(colorRef) : 0;
+        }
     }
     Q_EMIT dataChanged(index(row, 0), index(row, columns() - 1),
                        {Qt::FontRole, Qt::ForegroundRole});

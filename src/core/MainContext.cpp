@@ -1,10 +1,11 @@
 #include "core/MainContext.h"
+#include "core/ShownText.h"
 
 #include "core/Commands.h"
-#include "core/SliderModel.h"
-#include "core/ScriptedPlayer.h"
 #include "core/ListModel.h"
 #include "core/PlaylistCombo.h"
+#include "core/ScriptedPlayer.h"
+#include "core/SliderModel.h"
 
 #include <QGuiApplication>
 
@@ -38,7 +39,9 @@ void MainContext::setPlayer(wmpPlayer* player) {
         connect(m_player, &wmpPlayer::EndOfStream, this, [this] { Q_EMIT endOfStream(); });
 }
 
-void MainContext::setTrayTip(const QString& text) {
+void MainContext::setTrayTip(const QString& full) {
+    // The tip is only ever shown.
+    const QString text = text_Shown(full);
     if (text == TrayTip) return;
     TrayTip = text;
     Q_EMIT trayTipChanged(text);

@@ -122,4 +122,8 @@ QStringList directory_GetSubdirectories(const QString& path, int levels) {
     return list;
 }
 
+QStringList directory_ListFiles(const QString& folder, const QString& pattern) {
+    return QDir(folder).entryList({pattern}, QDir::Files, QDir::Name | QDir::IgnoreCase);
+}
+
 } // namespace modDirectorys

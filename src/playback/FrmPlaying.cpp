@@ -1,4 +1,5 @@
 #include "playback/FrmPlaying.h"
+#include "core/ShownText.h"
 
 #include "core/App.h"
 #include "system/modWindows.h"
@@ -38,7 +39,7 @@ FrmPlaying::FrmPlaying(QWidget* parent)
 }
 
 void FrmPlaying::setText(const QString& text) {
-    m_label->setText(text);
+    m_label->setText(text_Shown(text));
     const int width = m_label->fontMetrics().horizontalAdvance(text) +
                       modWindows::twipsToPixels(kPaddingTwips, this);
     const int height = modWindows::twipsToPixels(kHeightTwips, this);

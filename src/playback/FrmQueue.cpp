@@ -113,6 +113,7 @@ bool FrmQueue::eventFilter(QObject* watched, QEvent* event) {
         QPalette p = cmbSearch->palette();
         p.setColor(QPalette::Base, event->type() == QEvent::FocusIn ? QColor(0xE6, 0xE6, 0xFA)
                                                                     : QColor(0xFF, 0xFF, 0xFF));
+        p.setColor(QPalette::Text, Qt::black); // both tints are light, whatever the theme
         cmbSearch->setPalette(p);
         cmbSearch->lineEdit()->setPalette(p);
     }

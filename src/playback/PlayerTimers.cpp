@@ -2,11 +2,11 @@
 
 #include "core/App.h"
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
 #include "core/wmpPlayer.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 #include "tags/modMedia.h"
 
@@ -61,8 +61,8 @@ void tmrPosition_Timer(MainContext& ctx, const std::function<void(const QString&
     wmpPlayer& p = ctx.player();
     SliderModel& slider = ctx.sldPosition();
     const int state = p.PlayState();
-    const bool elapsed = checked(ctx, "mnuShowTimeElapsed");
-    const bool remaining = !elapsed && checked(ctx, "mnuShowTimeRemaining");
+    const bool elapsed = checked(ctx, "mnuStatusBarShowTimeElapsed");
+    const bool remaining = !elapsed && checked(ctx, "mnuStatusBarShowTimeRemaining");
 
     if (state == wmpPlayer::Playing || state == wmpPlayer::Paused) {
         const bool playing = state == wmpPlayer::Playing;

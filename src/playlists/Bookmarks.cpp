@@ -4,15 +4,15 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/modControls.h"
 #include "core/modFiles.h"
 #include "playlists/FrmEditBookmarks.h"
 #include "playlists/LineFiles.h"
-#include "core/ListModel.h"
 #include "playlists/MenuArray.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 namespace {
 
@@ -89,6 +89,8 @@ void mnuBookmark_Click(MainContext& ctx, int index) {
         playlist_UpdateItem(ctx, 1, false);
     listview_Renumber(list);
     ctx.call(ctx.window_ResetRandomFilenames);
+    // A list view selects the first row added to it, and row 1 plays the selection.
+    if (!listview_HasSelection(list)) listview_SelectItem(list, 1);
     if (ctx.player_Play) ctx.player_Play(1);
 }
 

@@ -3,16 +3,15 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
-#include "core/modDirectorys.h"
-#include "core/ListModel.h"
-#include "playlists/PlaylistRows.h"
 #include "core/modControls.h"
+#include "core/modDirectorys.h"
+#include "playlists/PlaylistRows.h"
 #include "ui/FrmMessage.h"
 
 #include <QApplication>
-#include <QDirIterator>
 
 namespace {
 
@@ -23,10 +22,10 @@ QString joinPath(const QString& folder, const QString& name) {
     return folder.endsWith(QLatin1Char('/')) ? folder + name : folder + QLatin1Char('/') + name;
 }
 
-std::unique_ptr<QDirIterator> filesOf(const QString& folder, const char* extension) {
-    // Plain files, in the order of the folder itself; the pattern ignores case.
-    return std::make_unique<QDirIterator>(
-        folder, QStringList{QStringLiteral("*.") + QLatin1String(extension)}, QDir::Files);
+std::unique_ptr<QStringList> filesOf(const QString& folder, const char* extension) {
+    // Plain files in name order; the pattern ignores case.
+    return std::make_unique<QStringList>(modDirectorys::directory_ListFiles(
+        folder, QStringLiteral("*.") + QLatin1String(extension)));
 }
 
 void addFile(MainContext& ctx, const QString& path) {
@@ -44,14 +43,10 @@ QWidget* mainWindow() {
 
 int playlist_AddDirectory(MainContext& ctx, const QString& directory, const QString& extension) {
     const QByteArray ext = extension.toLatin1();
-    auto it = filesOf(directory, ext.constData());
-    int n = 0;
-    while (it->hasNext()) {
-        it->next();
-        addFile(ctx, joinPath(directory, it->fileName()));
-        ++n;
-    }
-    return n;
+    const auto files = filesOf(directory, ext.constData());
+    for (const QString& name : *files)
+        addFile(ctx, joinPath(directory, name));
+    return int(files->size());
 }
 
 DirectoryAdd* DirectoryAdd::running(MainContext& ctx) {
@@ -144,10 +139,10 @@ bool DirectoryAdd::listSome(const QElapsedTimer& clock) {
             }
             m_base = m_folders[m_folder];
             m_files = filesOf(m_base, kExtensions[m_extension]);
+            m_nextFile = 0;
         }
-        if (m_files->hasNext()) {
-            m_files->next();
-            addFile(m_ctx, joinPath(m_base, m_files->fileName()));
+        if (m_nextFile < m_files->size()) {
+            addFile(m_ctx, joinPath(m_base, m_files->at(m_nextFile++)));
             ++m_added;
             continue;
         }

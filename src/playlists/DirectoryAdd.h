@@ -9,7 +9,6 @@
 #include <memory>
 
 class MainContext;
-class QDirIterator;
 
 // A folder add that keeps the window alive: folders are listed and rows filled in slices of a
 // few milliseconds, each slice a turn of the event loop. The progress window stays up while it
@@ -53,7 +52,8 @@ private:
     QStringList m_folders;
     int m_folder = 0;
     int m_extension = 0;
-    std::unique_ptr<QDirIterator> m_files;
+    std::unique_ptr<QStringList> m_files; // the current folder's, in name order
+    qsizetype m_nextFile = 0;
     QString m_base;
     int m_added = 0;
     int m_fillRow = 1;
@@ -65,6 +65,6 @@ private:
     QPointer<FrmMessage> m_message;
 };
 
-// Adds the files `{directory}/*.{extension}` in the order the file system gives them, one row
+// Adds the files `{directory}/*.{extension}` in name order, one row
 // each, logging each; returns how many. No tags are read here.
 int playlist_AddDirectory(MainContext& ctx, const QString& directory, const QString& extension);

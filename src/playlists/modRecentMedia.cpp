@@ -2,13 +2,13 @@
 
 #include "core/Commands.h"
 #include "core/Dialogs.h"
-#include "core/MainContext.h"
-#include "core/modFiles.h"
 #include "core/ListModel.h"
+#include "core/MainContext.h"
+#include "core/modControls.h"
+#include "core/modFiles.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/RecentList.h"
-#include "core/modControls.h"
 
 RecentList& recent_Media() {
     static RecentList list("RecentMediaFiles", "mnuRecentMedia", "NumberofRecentMediaFiles");
@@ -51,6 +51,8 @@ void mnuRecentMedia_Click(MainContext& ctx, int index) {
                 playlist_UpdateItem(ctx, 1, false);
             listview_Renumber(list);
             ctx.call(ctx.window_ResetRandomFilenames);
+            // A list view selects the first row added to it, and row 1 plays the selection.
+            if (!listview_HasSelection(list)) listview_SelectItem(list, 1);
             if (ctx.player_Play) ctx.player_Play(1);
         } else {
             int row = 1;

@@ -2,6 +2,7 @@
 
 #include "core/Settings.h"
 
+#include <QEvent>
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWidget>
@@ -20,6 +21,42 @@ QRect screenRect(const QWidget* window) {
         window && window->screen() ? window->screen() : QGuiApplication::primaryScreen();
     return screen ? screen->availableGeometry() : QRect(0, 0, 1280, 1024);
 }
+
+// The free area of the screen that holds most of `r`, or of the primary screen.
+QRect screenFor(const QRect& r) {
+    const QScreen* best = QGuiApplication::primaryScreen();
+    qint64 most = 0;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        const QRect common = screen->availableGeometry().intersected(r);
+        const qint64 area = qint64(common.width()) * common.height();
+        if (area > most) {
+            most = area;
+            best = screen;
+        }
+    }
+    return best ? best->availableGeometry() : QRect(0, 0, 1280, 1024);
+}
+
+// Once the window manager has framed a restored window, its frame is pulled onto the screen
+// too: a title bar above the screen's top cannot be grabbed.
+class FrameKeeper : public QObject {
+public:
+    explicit FrameKeeper(QWidget* window) : QObject(window), m_window(window) {
+        window->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        const auto type = event->type();
+        if (type != QEvent::Move && type != QEvent::Resize && type != QEvent::Show) return false;
+        if (!m_window->isVisible()) return false;
+        window_KeepOnScreen(m_window);
+        // The frame is known once it differs from the client area; until then keep watching.
+        if (m_window->frameGeometry() != m_window->geometry()) deleteLater();
+        return false;
+    }
+
+private:
+    QWidget* m_window;
+};
 
 QString section(const QString& name) {
     return QStringLiteral("Position_") + name;
@@ -76,15 +113,44 @@ void window_RestorePosition(QWidget* window, const QString& name, int margin) {
     // Keep the window on the screen whatever the keys say.
     QRect g(twipsToPixels(left, window), twipsToPixels(top, window), twipsToPixels(width, window),
             twipsToPixels(height, window));
-    g.setWidth(qBound(200, g.width(), scr.width()));
-    g.setHeight(qBound(150, g.height(), scr.height()));
-    g.moveLeft(qBound(scr.left(), g.left(), scr.right() - g.width() + 1));
-    g.moveTop(qBound(scr.top(), g.top(), scr.bottom() - g.height() + 1));
-    window->setGeometry(g);
+    g.setWidth(qMax(200, g.width()));
+    g.setHeight(qMax(150, g.height()));
+    window->setGeometry(clampToArea(g, screenFor(g)));
+    if (!window->findChild<FrameKeeper*>(QString(), Qt::FindDirectChildrenOnly))
+        new FrameKeeper(window);
     // The maximised flag is looked for in "Position", which nothing writes.
     if (settings_IsOn(QStringLiteral("Position"), QStringLiteral("Window_Maximized"),
                       QStringLiteral("0")))
         window->setWindowState(window->windowState() | Qt::WindowMaximized);
+}
+
+QRect clampToArea(QRect frame, const QRect& area) {
+    frame.setWidth(qMin(frame.width(), area.width()));
+    frame.setHeight(qMin(frame.height(), area.height()));
+    frame.moveLeft(qBound(area.left(), frame.left(), area.right() - frame.width() + 1));
+    frame.moveTop(qBound(area.top(), frame.top(), area.bottom() - frame.height() + 1));
+    return frame;
+}
+
+void window_KeepOnScreen(QWidget* window) {
+    if (!window || window->isMaximized() || window->isFullScreen()) return;
+    const QRect frame = window->frameGeometry();
+    const QRect kept = clampToArea(frame, screenFor(frame));
+    if (kept == frame) return;
+    // The client area follows the frame by the frame's own margins.
+    const QRect client = window->geometry();
+    window->setGeometry(client.adjusted(kept.left() - frame.left(), kept.top() - frame.top(),
+                                        kept.right() - frame.right(),
+                                        kept.bottom() - frame.bottom()));
+}
+
+void window_Center(QWidget* window) {
+    if (!window) return;
+    if (window->isMaximized()) window->showNormal();
+    QRect frame = window->frameGeometry();
+    const QRect area = screenFor(frame);
+    frame.moveCenter(area.center());
+    window->move(clampToArea(frame, area).topLeft());
 }
 
 void window_SetAlwaysOnTop(QWidget* window, bool onTop) {

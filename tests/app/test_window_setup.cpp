@@ -5,58 +5,21 @@
 #include "core/Commands.h"
 #include "core/DialogScript.h"
 #include "core/IniFile.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "playback/Player.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "support/TempHome.h"
 
+#include <QApplication>
 #include <QFile>
 #include <QSlider>
 #include <gtest/gtest.h>
 
-namespace {
-
-QByteArray row(const QString& n, const QString& path) {
-    QByteArray out;
-    for (const QString& v : {n, QStringLiteral("Artist"), QStringLiteral("Title"), QString(),
-                             QStringLiteral("Play"), QString(), path})
-        out += '"' + v.toUtf8() + "\"\r\n";
-    return out;
-}
-
-// A main window, never shown on screen, restored from a prepared data folder.
-struct Restored {
-    TempHome home;
-    ScriptedResponder dialogs;
-    std::unique_ptr<MainContext> ctx;
-    std::unique_ptr<FrmMain> window;
-
-    Restored() { Dialogs::setResponder(&dialogs); }
-    ~Restored() {
-        window.reset();
-        Dialogs::setResponder(nullptr);
-    }
-    void write(const QString& relative, const QByteArray& bytes) {
-        TempHome::writeFile(home.file(relative), bytes);
-    }
-    void restore(const QString& command = {}) {
-        ctx = std::make_unique<MainContext>();
-        window = std::make_unique<FrmMain>(*ctx);
-        Player_install(*ctx);
-        PlaylistEditing_install(*ctx);
-        PlaylistFiles_install(*ctx);
-        MainEvents_install(*window);
-        window->Command = command;
-        window_Setup(*window);
-    }
-    Commands& c() { return ctx->commands(); }
-};
-
-} // namespace
+#include "app/RestoredWindow.h"
 
 TEST(WindowSetup, RestoresRowsSelectionAndModes) {
     Restored r;
@@ -174,4 +137,32 @@ TEST(WindowClose, ClosingWithoutATrayExitsInOrder) {
     EXPECT_TRUE(r.ctx->WindowClosing);           // ...and the exit runs instead
     EXPECT_FALSE(r.window->isVisible());
     EXPECT_EQ(IniFile(r.home.settingsFile()).read("Sound", "Volume", ""), "50");
+}
+
+// At twice the scale a 1280 pixel screen is 640 logical pixels wide, and the restored window
+// 440: the toolbar's bands wrap rather than hide the sliders in an overflow menu.
+TEST(WindowSetup, TheSlidersStayOnANarrowWindow) {
+    Restored r;
+    r.restore();
+    r.c().setChecked("mnuShowToolbar", false);
+    r.c().run("mnuShowToolbar");
+    ASSERT_TRUE(r.c().isChecked("mnuShowToolbar"));
+    r.window->resize(440, 400);
+    r.window->show();
+    QApplication::processEvents();
+    for (QWidget* w : {static_cast<QWidget*>(r.window->sldPosition()),
+                       static_cast<QWidget*>(r.window->sldVolume()),
+                       static_cast<QWidget*>(r.window->sldBalance()),
+                       static_cast<QWidget*>(r.window->cmbPlaylists())}) {
+        EXPECT_TRUE(w->isVisible()) << qPrintable(w->objectName());
+        const QRect inWindow(w->mapTo(r.window.get(), QPoint(0, 0)), w->size());
+        EXPECT_TRUE(r.window->rect().contains(inWindow)) << qPrintable(w->objectName());
+    }
+    EXPECT_GT(r.window->sliderBand()->y(), r.window->tbToolbar()->y());
+    // Wide again, the bands share one row.
+    r.window->resize(1600, 400);
+    QApplication::processEvents();
+    EXPECT_EQ(r.window->sliderBand()->y(), r.window->tbToolbar()->y());
+    EXPECT_EQ(r.window->comboBand()->y(), r.window->tbToolbar()->y());
+    r.window->hide();
 }

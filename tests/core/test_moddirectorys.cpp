@@ -35,15 +35,16 @@ TEST(ModDirectorys, ExistsByListingAndCreateMakesOneFolder) {
 }
 
 TEST(ModDirectorys, BrowseShowsTheFixedPromptAndCutsAtNul) {
+    TempHome home;
     ScriptedResponder responder({QString("/music") + QChar(0) + "junk", "cancel"});
     Dialogs::setResponder(&responder);
-    EXPECT_EQ(directory_Browse(nullptr, "/start"), "/music");
-    EXPECT_EQ(directory_Browse(nullptr, "/start"), "");
+    EXPECT_EQ(directory_Browse(nullptr, home.path()), "/music");
+    EXPECT_EQ(directory_Browse(nullptr, home.path()), "");
     Dialogs::setResponder(nullptr);
     ASSERT_EQ(responder.asked().size(), 2);
     EXPECT_EQ(responder.asked()[0].kind, "folder");
     EXPECT_EQ(responder.asked()[0].title, "Please select the directory and then click OK:");
-    EXPECT_EQ(responder.asked()[0].text, "/start");
+    EXPECT_EQ(responder.asked()[0].text, home.path());
 }
 
 TEST(ModDirectorys, SubdirectoriesOfMissingAndEmptyFolders) {
@@ -111,4 +112,15 @@ TEST(ModDirectorys, ServesTheEventQueueWhileWalking) {
     QTimer::singleShot(0, [&] { fired = true; });
     directory_GetSubdirectories(home.path(), 1);
     EXPECT_TRUE(fired);
+}
+
+TEST(ModDirectorys, FilesListInNameOrderWhateverTheCase) {
+    TempHome home;
+    mkpath(home, "album/sub.mp3");
+    // Created out of order, so neither creation nor hash order can pass for name order.
+    for (const char* name : {"b.MP3", "10.mp3", "03.mp3", "A.mp3", "01.mp3", "notes.txt", "02.Mp3"})
+        TempHome::writeFile(home.file(QStringLiteral("album/") + QString::fromLatin1(name)), "x");
+    EXPECT_EQ(directory_ListFiles(home.file("album"), "*.mp3"),
+              (QStringList{"01.mp3", "02.Mp3", "03.mp3", "10.mp3", "A.mp3", "b.MP3"}));
+    EXPECT_TRUE(directory_ListFiles(home.file("gone"), "*.mp3").isEmpty());
 }

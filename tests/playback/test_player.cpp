@@ -1,7 +1,7 @@
+#include "core/ScriptedPlayer.h"
 #include "core/SliderModel.h"
 #include "playback/Player.h"
 #include "playback/PlayerTimers.h"
-#include "core/ScriptedPlayer.h"
 #include "playlists/RowsFixture.h"
 
 namespace {
@@ -215,7 +215,7 @@ TEST_F(PlayerTest, RewindFastForwardAndTheSlider) {
     EXPECT_EQ(ctx.sldPosition().maximum(), 100);
     EXPECT_EQ(ctx.sldPosition().value(), 30);
     EXPECT_EQ(timePanel, QString()); // neither time menu checked
-    ctx.commands().setChecked(QStringLiteral("mnuShowTimeRemaining"), true);
+    ctx.commands().setChecked(QStringLiteral("mnuStatusBarShowTimeRemaining"), true);
     tick();
     EXPECT_EQ(timePanel, QStringLiteral("Remaining:  01:10"));
 }
@@ -251,6 +251,5 @@ TEST_F(PlayerTest, OnlyTheEndOfStreamRunsTheAdvance) {
     ctx.commands().run(QStringLiteral("mnuStop"));
     EXPECT_EQ(calls.filter(QStringLiteral("next")).size(), 1);
 }
-
 
 } // namespace

@@ -118,6 +118,17 @@ TEST_F(AddMediaFixture, AddDirectoryTakesOnlyMpegTypesWithRepeatedDeepFolders) {
     EXPECT_TRUE(titles().contains(QStringLiteral("Playlist Scan Information")));
 }
 
+TEST_F(AddMediaFixture, AnAlbumsTracksComeInNameOrder) {
+    for (const char* name : {"05 e.mp3", "01 a.mp3", "03 c.MP3", "04 d.mp3", "02 b.mp3"})
+        media(QStringLiteral("album/") + QString::fromLatin1(name));
+    dialogs.answer(home.file(QStringLiteral("music/album")));
+    click("mnuAddDirectory");
+    ASSERT_TRUE(waitForAdd());
+    EXPECT_EQ(names(), (QStringList{"01 a.mp3", "02 b.mp3", "03 c.MP3", "04 d.mp3", "05 e.mp3"}));
+    EXPECT_EQ(playlist_AddDirectory(ctx, home.file(QStringLiteral("music/album")), "mp3"), 5);
+    EXPECT_EQ(names().mid(5), names().mid(0, 5));
+}
+
 TEST_F(AddMediaFixture, TheTagQuestionComesAboveTwoHundredRowsOfTheWholeList) {
     media(QStringLiteral("one/only.mp3"));
     const QString dir = home.file(QStringLiteral("music/one"));

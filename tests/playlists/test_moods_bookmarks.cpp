@@ -2,6 +2,9 @@
 
 #include "core/App.h"
 #include "core/Settings.h"
+#include "core/modControls.h"
+#include "core/wmpPlayer.h"
+#include "playback/Player.h"
 #include "playlists/Bookmarks.h"
 #include "playlists/FrmAddLocation.h"
 #include "playlists/FrmAddMood.h"
@@ -12,7 +15,6 @@
 #include "playlists/MenuArray.h"
 #include "playlists/Moods.h"
 #include "playlists/RecentList.h"
-#include "core/modControls.h"
 #include "playlists/modRecentMedia.h"
 #include "playlists/modRecentPlaylists.h"
 
@@ -284,4 +286,24 @@ TEST_F(MoodsFixture, EditEntryChangesOnlyTheRow) {
         list().rowTexts(0).mid(1, 3),
         QStringList({QStringLiteral("Band"), QStringLiteral("[None]"), QStringLiteral("1999")}));
     EXPECT_TRUE(log().contains(QStringLiteral("clip.avi entry modified.")));
+}
+
+// The real player plays the selection: a song opened from outside the list must be selected.
+TEST_F(MoodsFixture, ASongOutsideTheListPlaysFromABookmarkOrTheRecentList) {
+    Player_install(ctx);
+    const QString inList = media(QStringLiteral("in.mp3")), marked = media(QStringLiteral("m.mp3")),
+                  recent = media(QStringLiteral("r.mp3"));
+    addSongs({inList});
+    list().clearSelection();
+    LineFiles::append(bookmarks_Path(), marked);
+    mnuBookmark_Click(ctx, 1);
+    EXPECT_EQ(column(Filename), QStringList{marked});
+    EXPECT_EQ(ctx.player().FileName(), marked);
+    EXPECT_EQ(ctx.PlayingRowIndex, 1);
+
+    recent_AddMedia(recent, ctx);
+    mnuRecentMedia_Click(ctx, 0);
+    EXPECT_EQ(column(Filename), QStringList{recent});
+    EXPECT_EQ(ctx.player().FileName(), recent);
+    EXPECT_FALSE(titles().contains(QStringLiteral("Error Playing Media File")));
 }

@@ -40,7 +40,7 @@ for target in fuzz_id3v1 fuzz_id3v2 fuzz_mpeg fuzz_mpeg_scan fuzz_ini fuzz_listf
     -print_final_stats=1 "$corpus" >"$log" 2>&1
   status=$?
   set -e
-  runs=$(grep -o 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo "?")
+  runs=$(grep -ao 'stat::number_of_executed_units: *[0-9]*' "$log" | grep -o '[0-9]*$' || echo "?")
   echo "== $target: $runs runs in ${seconds}s"
   if [ "$status" -ne 0 ]; then tail -n 40 "$log"; echo "$target failed"; exit 1; fi
 done

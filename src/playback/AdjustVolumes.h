@@ -2,7 +2,9 @@
 #include "core/Commands.h"
 #include "core/ListModel.h"
 
+#include <QList>
 #include <QObject>
+#include <QPair>
 #include <QString>
 
 class MainContext;
@@ -39,6 +41,9 @@ public:
     // The stored slider position, -1 for none (or while the feature is off), 0 for an empty name.
     int volumes_GetVolume(const QString& filename);
     void volumes_UpdateFilename(const QString& oldName, const QString& newName);
+    // Many renames (old, new) at once: one pass over the rows, and the list written once when
+    // `write`, never once a file.
+    void volumes_UpdateFilenames(const QList<QPair<QString, QString>>& renames, bool write = true);
 
     void cmdClear_Click();
     void mnuRemoveDeadFilenames_Click();

@@ -4,14 +4,14 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
+#include "core/modControls.h"
 #include "core/modFiles.h"
 #include "core/wmpPlayer.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 #include <cmath>
 
@@ -144,9 +144,16 @@ void player_Play(MainContext& ctx, int mode) {
     // 9. A volume stored for this file.
     if (ctx.volumes_ApplyStored) ctx.volumes_ApplyStored(player.FileName().toLower());
 
-    // 10.
-    if (list.text(row - 1, Status) == QLatin1String("Remove"))
+    // 10. The row has just started, so it goes whatever the last tick of the position timer
+    // saw; the advance then goes on with the row that took its place.
+    if (list.text(row - 1, Status) == QLatin1String("Remove")) {
+        const int before = list.count();
+        const int state = ctx.TransportState;
+        ctx.TransportState = 1;
         ctx.commands().run(QStringLiteral("mnuRemoveSelected"));
+        ctx.TransportState = state;
+        if (list.count() < before && ctx.PlayingRowIndex == row) ctx.PlayingRowIndex = row - 1;
+    }
 
     // 11.
     if (checked(ctx, "mnuTagsShowTagsAsFilesArePlayed"))

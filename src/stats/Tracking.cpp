@@ -5,10 +5,13 @@
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "core/modControls.h"
 #include "playlists/PlaylistRows.h"
 #include "playlists/StoredList.h"
-#include "core/modControls.h"
 #include "stats/FrmTracking.h"
+
+#include <QHash>
+#include <algorithm>
 
 namespace {
 
@@ -141,6 +144,25 @@ void Tracking::tracking_UpdateFilename(const QString& oldName, const QString& ne
     const int row = StoredList::findFile(m_items, Filename, oldName);
     if (row >= 0) m_items.setText(row, Filename, newName);
     save();
+}
+
+void Tracking::tracking_UpdateFilenames(const QList<QPair<QString, QString>>& renames, bool write) {
+    if (renames.isEmpty()) return;
+    // Rows of each name in order: the one-by-one search takes the first.
+    QHash<QString, QList<int>> rows;
+    rows.reserve(m_items.count());
+    for (int i = 0; i < m_items.count(); ++i)
+        rows[m_items.text(i, Filename).toLower()].append(i);
+    for (const auto& [oldName, newName] : renames) {
+        if (oldName.isEmpty()) continue;
+        const auto it = rows.find(oldName.toLower());
+        if (it == rows.end() || it->isEmpty()) continue;
+        const int row = it->takeFirst();
+        m_items.setText(row, Filename, newName);
+        QList<int>& now = rows[newName.toLower()];
+        now.insert(std::lower_bound(now.begin(), now.end(), row), row);
+    }
+    if (write) save();
 }
 
 void Tracking::tracking_UpdateCaption() {

@@ -2,7 +2,9 @@
 #include "core/Commands.h"
 #include "core/ListModel.h"
 
+#include <QList>
 #include <QObject>
+#include <QPair>
 #include <QString>
 
 class MainContext;
@@ -35,6 +37,9 @@ public:
 
     void tracking_Add(const QString& artist, const QString& title, const QString& filename);
     void tracking_UpdateFilename(const QString& oldName, const QString& newName);
+    // Many renames (old, new) at once: one pass over the rows, and the list written once when
+    // `write`, never once a file.
+    void tracking_UpdateFilenames(const QList<QPair<QString, QString>>& renames, bool write = true);
     void tracking_UpdateCaption();
     void tracking_SendTop(int count);
 

@@ -6,6 +6,11 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/AdvancedQueue.h"
+#include "tags/FrmEditTag.h"
+#include "tags/FrmMassRenamer.h"
+#include "tags/FrmMassTagEditor.h"
+#include "tags/FrmMoveToFolder.h"
+#include "tags/FrmRename.h"
 #include "tags/TagFile.h"
 #include "tags/TagShift.h"
 #include "tags/clsID3v1.h"
@@ -121,4 +126,14 @@ void Tags_install(MainContext& ctx) {
     Commands& c = ctx.commands();
     c.action(QStringLiteral("mnuTagsUseID3v2Tags"))->setCheckable(true);
     c.setHandler(QStringLiteral("mnuTagsUseID3v2Tags"), [&ctx] { mnuTagsUseID3v2Tags_Click(ctx); });
+    // The editor and the rename and mass tools.
+    c.setHandler(QStringLiteral("mnuProperties"), [&ctx] { mnuProperties_Click(ctx); });
+    for (const char* name : {"mnuRenameFilename", "mnuSelectedRenameFilename"})
+        c.setHandler(QLatin1String(name), [&ctx] { mnuSelectedRenameFilename_Click(ctx); });
+    c.setHandler(QStringLiteral("mnuPlaylistRenameAllFilenames"),
+                 [&ctx] { mnuPlaylistRenameAllFilenames_Click(ctx); });
+    c.setHandler(QStringLiteral("mnuPlaylistEditAllTags"),
+                 [&ctx] { mnuPlaylistEditAllTags_Click(ctx); });
+    c.setHandler(QStringLiteral("mnuPlaylistMoveMusicToFolder"),
+                 [&ctx] { mnuPlaylistMoveMusicToFolder_Click(ctx); });
 }

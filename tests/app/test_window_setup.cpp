@@ -14,9 +14,12 @@
 #include "playlists/PlaylistFiles.h"
 #include "support/TempHome.h"
 
+#include "ui/ListView.h"
+
 #include <QApplication>
 #include <QFile>
 #include <QSlider>
+#include <QTest>
 #include <gtest/gtest.h>
 
 #include "app/RestoredWindow.h"
@@ -68,8 +71,9 @@ TEST(WindowSetup, CommandLineForms) {
         ASSERT_EQ(list.count(), 3);
         EXPECT_EQ(list.text(1, 6), "/m/a b.mp3");
         EXPECT_EQ(list.text(2, 6), "/m/c, d.wav");
-        EXPECT_EQ(list.text(2, 1), "c, d"); // no tags: the file title stands as artist
-        EXPECT_EQ(list.selectedItem(), 1);  // the first of the new rows
+        // No tags: the file title stands as artist, once the slices after the window ran.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return list.text(2, 1) == "c, d"; }, 5000));
+        EXPECT_EQ(list.selectedItem(), 1); // the first of the new rows
         EXPECT_FALSE(r.ctx->StartedBySwitch);
     }
     {
@@ -165,4 +169,25 @@ TEST(WindowSetup, TheSlidersStayOnANarrowWindow) {
     EXPECT_EQ(r.window->sliderBand()->y(), r.window->tbToolbar()->y());
     EXPECT_EQ(r.window->comboBand()->y(), r.window->tbToolbar()->y());
     r.window->hide();
+}
+
+// A light list background chosen in the settings, under a dark theme whose text is near white.
+TEST(WindowSetup, ALightListBackgroundGetsBlackText) {
+    const QPalette old = QApplication::palette();
+    QPalette dark = old;
+    dark.setColor(QPalette::Base, QColor(30, 30, 30));
+    dark.setColor(QPalette::Text, QColor(235, 235, 235));
+    QApplication::setPalette(dark);
+    for (const char* font : {"", "255"}) {
+        Restored r;
+        r.write("settings.ini",
+                QByteArray("[Appearance]\r\nBackgroundColour=16777215\r\nFontColour=") + font +
+                    "\r\n");
+        r.restore();
+        const QPalette shown = r.window->lstvPlaylist()->palette();
+        EXPECT_EQ(shown.color(QPalette::Base), QColor(Qt::white));
+        // The user's own text colour stands; the theme's gives way to black.
+        EXPECT_EQ(shown.color(QPalette::Text), *font ? QColor(Qt::red) : QColor(Qt::black));
+    }
+    QApplication::setPalette(old);
 }

@@ -113,12 +113,18 @@ void window_RestorePosition(QWidget* window, const QString& name, int margin) {
     const QRect scr = screenRect(window);
     const int scrH = pixelsToTwips(scr.height(), window), scrW = pixelsToTwips(scr.width(), window);
     const QString m = QString::number(margin);
-    const int top = int(settings_Number(s, QStringLiteral("Window_Top"), m));
-    const int left = int(settings_Number(s, QStringLiteral("Window_left"), m));
-    const int height = int(
-        settings_Number(s, QStringLiteral("Window_Height"), QString::number(scrH - top - margin)));
-    const int width = int(
-        settings_Number(s, QStringLiteral("Window_Width"), QString::number(scrW - left - margin)));
+    // A place no screen has is nonsense: the key's default stands in for it.
+    constexpr int kTwipsLimit = 10000000;
+    const int top =
+        settings_Int(s, QStringLiteral("Window_Top"), m, -kTwipsLimit, kTwipsLimit, margin);
+    const int left =
+        settings_Int(s, QStringLiteral("Window_left"), m, -kTwipsLimit, kTwipsLimit, margin);
+    const int height =
+        settings_Int(s, QStringLiteral("Window_Height"), QString::number(scrH - top - margin),
+                     -kTwipsLimit, kTwipsLimit, scrH - top - margin);
+    const int width =
+        settings_Int(s, QStringLiteral("Window_Width"), QString::number(scrW - left - margin),
+                     -kTwipsLimit, kTwipsLimit, scrW - left - margin);
     // Keep the window on the screen whatever the keys say.
     QRect g(twipsToPixels(left, window), twipsToPixels(top, window), twipsToPixels(width, window),
             twipsToPixels(height, window));

@@ -3,6 +3,7 @@
 #include "core/ConsoleLog.h"
 #include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/modFiles.h"
 #include "playlists/ListFiles.h"
 
 #include <QCoreApplication>
@@ -10,10 +11,8 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QPointer>
-#include <QSaveFile>
 #include <QThreadPool>
 #include <QTimer>
-#include <unistd.h>
 
 namespace {
 
@@ -26,15 +25,9 @@ QString writeDefault(const QString& path, const QByteArray& bytes) {
         if (QFile::exists(path) && !QFile::remove(path)) return QStringLiteral("cannot remove it");
         return {};
     }
-    QSaveFile save(path);
-    if (!save.open(QIODevice::WriteOnly)) return save.errorString();
-    if (save.write(bytes) != bytes.size() || !save.flush() || ::fsync(save.handle()) != 0) {
-        const QString why = save.errorString();
-        save.cancelWriting();
-        return why;
-    }
-    if (!save.commit()) return save.errorString();
-    return {};
+    // The one checked writer: synced file, rename, synced folder; it says nothing itself.
+    const modFiles::WriteResult result = modFiles::file_WriteAtomicResult(path, bytes);
+    return result.ok ? QString() : result.reason;
 }
 
 class Autosave : public QObject {

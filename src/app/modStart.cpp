@@ -26,6 +26,7 @@
 #include "playlists/PlaylistFiles.h"
 #include "stats/Tracking.h"
 #include "tags/TagsInstall.h"
+#include "ui/FrmPreferences.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -132,6 +133,9 @@ int Sub_Main(int argc, char** argv) {
     Tags_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     MainEvents_install(window);
+    FrmPreferences_install(ctx, &window);
+    ctx.window_ApplyAppearance = [&window] { window.applyAppearance(); };
+    ctx.window_FormResize = [&window] { window.Form_Resize(); };
     ConsoleLog::instance().form_Load();
 
     if (!multiple) {

@@ -106,6 +106,17 @@ public:
     std::function<void(const QString&)> volumes_ApplyStored;
     // Play counts: artist, title, filename.
     std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
+    // Desktop: hiding into the tray (false when there is no tray to come back from), the
+    // global keys read again after the preferences change them, the tray icon switched on or
+    // off by the preferences.
+    std::function<bool()> window_MinimizeToTray;
+    std::function<void()> window_InstallGlobalKeys;
+    std::function<void(bool)> tray_Enable;
+    // Preferences: file types and the session start entry brought in line with the settings;
+    // the list's look and the column widths taken again from the settings.
+    std::function<void()> associations_Apply;
+    std::function<void()> window_ApplyAppearance;
+    std::function<void()> window_FormResize;
 
     void call(const std::function<void()>& f) {
         if (f) f();

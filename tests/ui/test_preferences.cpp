@@ -3,9 +3,12 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "support/TempHome.h"
+#include "ui/FrmOptions.h"
 #include "ui/FrmPreferences.h"
 #include "ui/PreferencesRules.h"
 
+#include <QCheckBox>
+#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -158,4 +161,26 @@ TEST_F(Preferences, DialogSectionsApplyAndCloseWithoutSaving) {
     dialog.cmdOK_Click();
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
     EXPECT_EQ(setting("RewindForwardRate"), "12");
+}
+
+TEST_F(Preferences, OptionsWindowListsPlaylistsAndKeepsItsCheck) {
+    QDir().mkpath(home.file("Playlists"));
+    TempHome::writeFile(home.file("Playlists/rock.spp"), "");
+    TempHome::writeFile(home.file("Playlists/Jazz.spp"), "");
+    TempHome::writeFile(home.file("Playlists/notes.txt"), "");
+    EXPECT_EQ(FrmOptions::playlistEntries(), QStringList({"((Select Playlist))", "Jazz", "rock"}));
+
+    FrmOptions options(ctx);
+    EXPECT_EQ(options.windowTitle(), "VELDOR Options");
+    auto* always = options.findChild<QCheckBox*>("chkAlwaysShow");
+    ASSERT_TRUE(always);
+    EXPECT_TRUE(always->isChecked()); // on by default
+    always->setChecked(false);
+    EXPECT_EQ(setting("ShowOptionsWindow"), "0");
+    // Doing nothing plays nothing.
+    int plays = 0;
+    ctx.player_Play = [&plays](int) { ++plays; };
+    options.cmdNext_Click();
+    EXPECT_EQ(plays, 0);
+    EXPECT_EQ(options.result(), QDialog::Accepted);
 }

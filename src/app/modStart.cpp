@@ -26,6 +26,7 @@
 #include "playlists/PlaylistFiles.h"
 #include "stats/Tracking.h"
 #include "tags/TagsInstall.h"
+#include "ui/FrmMenus.h"
 #include "ui/FrmOptions.h"
 #include "ui/FrmPreferences.h"
 
@@ -136,6 +137,7 @@ int Sub_Main(int argc, char** argv) {
     MainEvents_install(window);
     FrmPreferences_install(ctx, &window);
     FrmOptions_install(ctx, &window);
+    FrmMenus::install(ctx);
     ctx.window_ApplyAppearance = [&window] { window.applyAppearance(); };
     ctx.window_FormResize = [&window] { window.Form_Resize(); };
     ConsoleLog::instance().form_Load();

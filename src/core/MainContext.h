@@ -117,6 +117,8 @@ public:
     std::function<void()> associations_Apply;
     std::function<void()> window_ApplyAppearance;
     std::function<void()> window_FormResize;
+    // Adds the drives to a "Send To" pop-up menu.
+    std::function<void(QObject* sendTo)> sendTo_AddDrives;
 
     void call(const std::function<void()>& f) {
         if (f) f();

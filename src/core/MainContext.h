@@ -112,6 +112,16 @@ public:
     std::function<bool()> window_MinimizeToTray;
     std::function<void()> window_InstallGlobalKeys;
     std::function<void(bool)> tray_Enable;
+    // Media Library: open it on the songs whose column (0 artist, 3 year) is the text; a folder
+    // chosen in the location window for it.
+    std::function<void(int, const QString&)> mediaLibrary_ShowMore;
+    std::function<void(const QString&)> mediaLibrary_AddLocation;
+
+    // Mini-Mode: shows it when it is the window the user sees (true), hides it.
+    std::function<bool()> miniMode_Show;
+    std::function<void()> miniMode_Hide;
+    // The playlist's song is about to sound: anything else that plays stops (the CD player).
+    std::function<void()> player_Starting;
     // Preferences: file types and the session start entry brought in line with the settings;
     // the list's look and the column widths taken again from the settings.
     std::function<void()> associations_Apply;

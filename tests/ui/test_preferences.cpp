@@ -53,7 +53,8 @@ TEST_F(Preferences, NumberBoxesTakeWholeNumbersWithinBounds) {
     EXPECT_FALSE(numberPasses("nan", 10, 60));
     // Halves round to even like the 16-bit conversion; too large overflows rather than wraps.
     EXPECT_TRUE(numberPasses("60.4", 10, 60));
-    EXPECT_FALSE(numberPasses("60.5", 10, 60));
+    EXPECT_TRUE(numberPasses("60.5", 10, 60));
+    EXPECT_FALSE(numberPasses("60.6", 10, 60));
     EXPECT_TRUE(numberPasses("9.5", 10, 60));
     EXPECT_FALSE(numberPasses("65546", 10, 60));
 }

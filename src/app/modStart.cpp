@@ -32,6 +32,9 @@
 #include "stats/Tracking.h"
 #include "system/Desktop.h"
 #include "tags/TagsInstall.h"
+#include "ui/FrmMenus.h"
+#include "ui/FrmOptions.h"
+#include "ui/FrmPreferences.h"
 #include "ui/MiniMode.h"
 
 #include <QApplication>
@@ -172,6 +175,11 @@ int Sub_Main(int argc, char** argv) {
     Desktop_install(ctx, &window);
     MiniMode_install(ctx, &window);
     MainEvents_install(window);
+    FrmPreferences_install(ctx, &window);
+    FrmOptions_install(ctx, &window);
+    FrmMenus::install(ctx);
+    ctx.window_ApplyAppearance = [&window] { window.applyAppearance(); };
+    ctx.window_FormResize = [&window] { window.Form_Resize(); };
     ConsoleLog::instance().form_Load();
 
     if (!multiple) {

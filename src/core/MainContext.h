@@ -122,6 +122,13 @@ public:
     std::function<void()> miniMode_Hide;
     // The playlist's song is about to sound: anything else that plays stops (the CD player).
     std::function<void()> player_Starting;
+    // Preferences: file types and the session start entry brought in line with the settings;
+    // the list's look and the column widths taken again from the settings.
+    std::function<void()> associations_Apply;
+    std::function<void()> window_ApplyAppearance;
+    std::function<void()> window_FormResize;
+    // Adds the drives to a "Send To" pop-up menu.
+    std::function<void(QObject* sendTo)> sendTo_AddDrives;
 
     void call(const std::function<void()>& f) {
         if (f) f();

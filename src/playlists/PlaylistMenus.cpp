@@ -69,4 +69,5 @@ void PlaylistMenus_addSendTo(MainContext& ctx, QMenu* sendTo) {
     QMenu* bookmarks = sendTo->addMenu(QStringLiteral("&Bookmarks"));
     bookmarks->setObjectName(QStringLiteral("mnuBookmarks"));
     bookmarks->addAction(ctx.commands().action(QStringLiteral("mnuAddSelected")));
+    if (ctx.sendTo_AddDrives) ctx.sendTo_AddDrives(sendTo);
 }

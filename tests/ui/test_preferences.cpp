@@ -1,0 +1,187 @@
+#include "core/DialogScript.h"
+#include "core/Dialogs.h"
+#include "core/MainContext.h"
+#include "core/Settings.h"
+#include "support/TempHome.h"
+#include "ui/FrmOptions.h"
+#include "ui/FrmPreferences.h"
+#include "ui/PreferencesRules.h"
+
+#include <QCheckBox>
+#include <QDir>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+struct Preferences : ::testing::Test {
+    TempHome home;
+    ScriptedResponder answers;
+    MainContext ctx;
+    QStringList calls;
+
+    void SetUp() override {
+        Dialogs::setResponder(&answers);
+        ctx.window_InstallGlobalKeys = [this] { calls << "keys"; };
+        ctx.tray_Enable = [this](bool on) { calls << (on ? "tray on" : "tray off"); };
+        ctx.associations_Apply = [this] { calls << "associations"; };
+        ctx.window_ApplyAppearance = [this] { calls << "appearance"; };
+    }
+    void TearDown() override { Dialogs::setResponder(nullptr); }
+    void setFile(const QByteArray& bytes) { TempHome::writeFile(home.settingsFile(), bytes); }
+    QByteArray file() const { return TempHome::readFile(home.settingsFile()); }
+    QString setting(const QString& key) { return settings_Read("Settings", key, "absent"); }
+};
+
+} // namespace
+
+TEST_F(Preferences, NumberBoxesTakeWholeNumbersWithinBounds) {
+    using PreferencesRules::numberPasses;
+    // The skip rate message says 5, yet 1 to 4 pass.
+    EXPECT_TRUE(numberPasses("4", 1, 50));
+    EXPECT_TRUE(numberPasses("1", 1, 50));
+    EXPECT_TRUE(numberPasses(" 50 ", 1, 50));
+    EXPECT_FALSE(numberPasses("51", 1, 50));
+    EXPECT_FALSE(numberPasses("0", 1, 50));
+    EXPECT_FALSE(numberPasses("", 1, 50));
+    EXPECT_FALSE(numberPasses("  ", 1, 50));
+    EXPECT_FALSE(numberPasses("ten", 10, 60));
+    EXPECT_FALSE(numberPasses("12abc", 10, 60));
+    EXPECT_FALSE(numberPasses("nan", 10, 60));
+    // Halves round to even like the 16-bit conversion; too large overflows rather than wraps.
+    EXPECT_TRUE(numberPasses("60.4", 10, 60));
+    EXPECT_TRUE(numberPasses("60.5", 10, 60));
+    EXPECT_FALSE(numberPasses("60.6", 10, 60));
+    EXPECT_TRUE(numberPasses("9.5", 10, 60));
+    EXPECT_FALSE(numberPasses("65546", 10, 60));
+}
+
+TEST_F(Preferences, NonsenseInTheFileShowsDefaultsAndApplyWritesValidValues) {
+    setFile("[Settings]\r\nWriteConsoleLogs=yes please\r\nAllowMultipleInstances=1\r\n"
+            "RewindForwardRate=999\r\nIntroductionRate=abc\r\nNumberofRecentPlaylists=\r\n"
+            "NumberofRecentMediaFiles=12\r\nShowTimeElapsed=1\r\nShowTimeRemaining=1\r\n"
+            "[ListSorting]\r\nSortByArtist=x\r\n[FileTypes]\r\nMP3=?\r\nWAV=1\r\n"
+            "[Appearance]\r\nFontsize=huge\r\nPlayingFontColour=red\r\nFont=\r\n");
+    const auto v = PreferencesRules::load();
+    EXPECT_TRUE(v.checks.value(20)); // default on
+    EXPECT_TRUE(v.checks.value(7));  // a valid value is kept
+    EXPECT_EQ(v.numbers.value("txtSkipRate"), "5");
+    EXPECT_EQ(v.numbers.value("txtIntroduction"), "30");
+    EXPECT_EQ(v.numbers.value("txtMaxPlaylists"), "30");
+    EXPECT_EQ(v.numbers.value("txtMaxFiles"), "12");
+    EXPECT_EQ(v.options.value("opTime"), 0);   // both on: the default
+    EXPECT_EQ(v.options.value("opSortBy"), 4); // none on: by filename
+    EXPECT_TRUE(v.fileTypes.value("MP3"));
+    EXPECT_TRUE(v.fileTypes.value("WAV"));
+    EXPECT_EQ(v.appearance.value("Fontsize"), "8");
+    EXPECT_EQ(v.appearance.value("PlayingFontColour"), "192");
+    EXPECT_EQ(v.appearance.value("Font"), "Tahoma");
+
+    ASSERT_TRUE(PreferencesRules::apply(v, ctx));
+    EXPECT_EQ(setting("WriteConsoleLogs"), "1");
+    EXPECT_EQ(setting("RewindForwardRate"), "5");
+    EXPECT_EQ(setting("IntroductionRate"), "30");
+    EXPECT_EQ(setting("ShowTimeElapsed"), "1");
+    EXPECT_EQ(setting("ShowTimeRemaining"), "0");
+    EXPECT_EQ(settings_Read("ListSorting", "SortByArtist"), "0");
+    EXPECT_EQ(settings_Read("ListSorting", "SortByFilename"), "1");
+    EXPECT_EQ(settings_Read("FileTypes", "MP3"), "1");
+    EXPECT_EQ(settings_Read("Appearance", "Fontsize"), "8");
+    EXPECT_TRUE(answers.asked().isEmpty());
+}
+
+TEST_F(Preferences, ARefusedBoxWarnsOnceAndWritesNothing) {
+    setFile("[Settings]\r\nAllowMultipleInstances=0\r\n");
+    const QByteArray before = file();
+    auto v = PreferencesRules::load();
+    v.checks[7] = true;
+    v.numbers["txtSkipRate"] = "51";
+    v.numbers["txtIntroduction"] = ""; // also bad, but the first failure stops the test
+    EXPECT_FALSE(PreferencesRules::apply(v, ctx));
+    ASSERT_EQ(answers.asked().size(), 1);
+    EXPECT_EQ(answers.asked()[0].title, "Error Saving The Preferences");
+    EXPECT_TRUE(answers.asked()[0].text.contains("Maximum:  50\nMinimum:  5\n"));
+    EXPECT_EQ(file(), before);
+    EXPECT_TRUE(calls.isEmpty());
+
+    answers.clear();
+    v.numbers["txtSkipRate"] = "4";
+    EXPECT_FALSE(PreferencesRules::apply(v, ctx));
+    ASSERT_EQ(answers.asked().size(), 1);
+    EXPECT_TRUE(answers.asked()[0].text.startsWith("The introduction setting"));
+    EXPECT_EQ(file(), before);
+}
+
+TEST_F(Preferences, ApplyReinstallsKeysTrayAndAssociations) {
+    auto v = PreferencesRules::load();
+    v.checks[15] = true;
+    ASSERT_TRUE(PreferencesRules::apply(v, ctx));
+    EXPECT_EQ(calls, QStringList({"keys", "appearance", "tray off", "tray on", "associations"}));
+    calls.clear();
+    v.checks[15] = false;
+    ASSERT_TRUE(PreferencesRules::apply(v, ctx));
+    EXPECT_EQ(calls, QStringList({"keys", "appearance", "tray off", "associations"}));
+    EXPECT_EQ(setting("UseSystemTraySupport"), "0");
+}
+
+TEST_F(Preferences, DialogSectionsApplyAndCloseWithoutSaving) {
+    setFile("[Settings]\r\nRewindForwardRate=7\r\n");
+    const QByteArray before = file();
+    {
+        FrmPreferences dialog(ctx);
+        EXPECT_EQ(dialog.windowTitle(), "Preferences");
+        auto* title = dialog.findChild<QLabel*>("lblTitle");
+        auto* apply = dialog.findChild<QPushButton*>("cmdApply");
+        auto* skip = dialog.findChild<QLineEdit*>("txtSkipRate");
+        ASSERT_TRUE(title && apply && skip);
+        EXPECT_EQ(title->text(), "Section selected:  Display Settings:");
+        dialog.lblSection_Click(7);
+        EXPECT_EQ(title->text(), "Section selected:  Global Hot Keys:");
+        EXPECT_EQ(skip->text(), "7");
+        EXPECT_FALSE(apply->isEnabled());
+        skip->setText("");
+        skip->textEdited("");
+        EXPECT_TRUE(apply->isEnabled());
+        dialog.reject(); // closing throws the change away
+    }
+    EXPECT_EQ(file(), before);
+
+    FrmPreferences dialog(ctx);
+    auto* skip = dialog.findChild<QLineEdit*>("txtSkipRate");
+    skip->setText("abc");
+    skip->textEdited("abc");
+    dialog.lblSection_Click(3);
+    dialog.cmdOK_Click();
+    EXPECT_EQ(dialog.result(), QDialog::Rejected); // still open
+    EXPECT_EQ(dialog.section(), 3);
+    EXPECT_EQ(answers.asked().size(), 1);
+    skip->setText("12");
+    dialog.cmdOK_Click();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(setting("RewindForwardRate"), "12");
+}
+
+TEST_F(Preferences, OptionsWindowListsPlaylistsAndKeepsItsCheck) {
+    QDir().mkpath(home.file("Playlists"));
+    TempHome::writeFile(home.file("Playlists/rock.spp"), "");
+    TempHome::writeFile(home.file("Playlists/Jazz.spp"), "");
+    TempHome::writeFile(home.file("Playlists/notes.txt"), "");
+    EXPECT_EQ(FrmOptions::playlistEntries(), QStringList({"((Select Playlist))", "Jazz", "rock"}));
+
+    FrmOptions options(ctx);
+    EXPECT_EQ(options.windowTitle(), "VELDOR Options");
+    auto* always = options.findChild<QCheckBox*>("chkAlwaysShow");
+    ASSERT_TRUE(always);
+    EXPECT_TRUE(always->isChecked()); // on by default
+    always->setChecked(false);
+    EXPECT_EQ(setting("ShowOptionsWindow"), "0");
+    // Doing nothing plays nothing.
+    int plays = 0;
+    ctx.player_Play = [&plays](int) { ++plays; };
+    options.cmdNext_Click();
+    EXPECT_EQ(plays, 0);
+    EXPECT_EQ(options.result(), QDialog::Accepted);
+}

@@ -78,10 +78,22 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
         menu.addAction(play);
         menu.setDefaultAction(play);
         menu.addAction(c.action(QStringLiteral("mnuPlayNext")));
+        menu.addAction(c.add(QStringLiteral("mnuRefresh"), QStringLiteral("&Refresh Tags")));
+        QMenu* find = menu.addMenu(QStringLiteral("&Find"));
+        find->setObjectName(QStringLiteral("mnuFind"));
+        for (const char* name : {"mnuMoreOnThisArtist", "mnuMoreOnThisYear"})
+            find->addAction(c.action(QString::fromLatin1(name)));
+        menu.addAction(c.action(QStringLiteral("mnuJumpToMedia")));
         QMenu* queue = menu.addMenu(QStringLiteral("&Queue"));
         queue->setObjectName(QStringLiteral("mnuQueue"));
+        for (const char* name :
+             {"mnuPlaySong", "mnuPlayOnce", "mnuSkip", "mnuSkipOnce", "mnuRemove"})
+            queue->addAction(c.action(QString::fromLatin1(name)));
+        queue->addSeparator();
+        for (const char* name : {"mnuPlayAll", "mnuSkipAll"})
+            queue->addAction(c.action(QString::fromLatin1(name)));
+        queue->addSeparator();
         queue->addAction(c.action(QStringLiteral("mnuAdvanced")));
-        menu.addAction(c.add(QStringLiteral("mnuRefresh"), QStringLiteral("&Refresh Tags")));
         menu.addSeparator();
         QMenu* options = menu.addMenu(QStringLiteral("&Options"));
         options->setObjectName(QStringLiteral("mnuOptions"));
@@ -91,8 +103,12 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
         options->addSeparator();
         for (const char* name : {"mnuCut", "mnuCopy", "mnuPaste", "mnuSelectAll"})
             options->addAction(c.action(QString::fromLatin1(name)));
+        options->addSeparator();
+        for (const char* name : {"mnuRenameFilename", "mnuSelectPlaying"})
+            options->addAction(c.action(QString::fromLatin1(name)));
         menu.addMenu(buildSendToMenu(window, &menu));
         menu.addAction(c.action(QStringLiteral("mnuStoreVolume")));
+        menu.addAction(c.action(QStringLiteral("mnuProperties")));
         menu.exec(at);
         return;
     }

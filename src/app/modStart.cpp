@@ -19,6 +19,7 @@
 #include "playback/Lyrics.h"
 #include "playback/MpvApi.h"
 #include "playback/PlayNext.h"
+#include "playback/QueueStatus.h"
 #include "playback/Player.h"
 #include "playback/SongAlert.h"
 #include "playback/Sound.h"
@@ -161,6 +162,7 @@ int Sub_Main(int argc, char** argv) {
     LyricsAlerts_install(ctx);
     Sound_install(ctx);
     PlayNext_install(ctx);
+    QueueStatus_install(ctx);
     Tracking_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);

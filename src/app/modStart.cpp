@@ -36,6 +36,7 @@
 #include "ui/FrmMenus.h"
 #include "ui/FrmOptions.h"
 #include "ui/FrmPreferences.h"
+#include "ui/MenuImages.h"
 #include "ui/MiniMode.h"
 
 #include <QApplication>
@@ -154,6 +155,7 @@ int Sub_Main(int argc, char** argv) {
     MainContext ctx;
     FrmMain window(ctx);
     Dialogs::setParentWindow(&window);
+    window_SetMenuImages(window.menuBar());
     g_window = &window;
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);

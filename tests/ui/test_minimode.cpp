@@ -6,6 +6,7 @@
 #include "support/TempHome.h"
 #include "ui/FrmCustomise.h"
 #include "ui/FrmMini.h"
+#include "ui/MenuImages.h"
 #include "ui/MiniModeColours.h"
 #include "ui/MiniScrollText.h"
 #include "ui/ctlKL_Buttons.h"
@@ -13,6 +14,7 @@
 #include "ui/ctlKL_wScrollbar.h"
 
 #include <QCloseEvent>
+#include <QMenuBar>
 #include <QSignalSpy>
 #include <gtest/gtest.h>
 
@@ -178,4 +180,23 @@ TEST(MiniScrollText, ShortTextsStayLongTextsComeBackFromTheRight) {
         t.tick(2);
     EXPECT_EQ(t.offset(), 100); // in again from the right edge
     EXPECT_GT(width, 100);
+}
+
+TEST(MenuImages, PicturesGoToTheItemsAtTheirPlaces) {
+    QMenuBar bar;
+    QMenu* file = bar.addMenu("&File");
+    for (int i = 0; i < 23; ++i) {
+        if (i == 1) {
+            file->addSeparator();
+            continue;
+        }
+        file->addAction(QStringLiteral("item %1").arg(i));
+    }
+    bar.addMenu("&Playback")->addAction("only one");
+    window_SetMenuImages(&bar);
+    const QList<QAction*> items = file->actions();
+    for (int i : {0, 2, 7, 11, 15, 22})
+        EXPECT_FALSE(items[i]->icon().isNull()) << i;
+    EXPECT_TRUE(items[3]->icon().isNull());
+    EXPECT_FALSE(bar.actions()[1]->menu()->actions()[0]->icon().isNull());
 }

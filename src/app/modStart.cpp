@@ -25,6 +25,7 @@
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "stats/Tracking.h"
+#include "system/SystemSetup.h"
 #include "tags/TagsInstall.h"
 
 #include <QApplication>
@@ -130,6 +131,7 @@ int Sub_Main(int argc, char** argv) {
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    SystemSetup_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();

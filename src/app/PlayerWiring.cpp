@@ -4,16 +4,20 @@
 #include "app/MenuHelp.h"
 #include "app/WindowUpdate.h"
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "playback/FrmLyrics.h"
 #include "playback/FrmVideo.h"
 #include "playback/Lyrics.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
+#include "playback/MpvApi.h"
+#include "playback/MpvPlayer.h"
 
 #include <QApplication>
 #include <QMenuBar>
 #include <QTimer>
+#include <functional>
+#include <utility>
 
 namespace {
 
@@ -60,7 +64,37 @@ void mnuOpen_Click(FrmMain& window) {
     window.activateWindow();
 }
 
+// Waits for the first paint of the main window.
+class FirstPaint : public QObject {
+public:
+    FirstPaint(QWidget* window, std::function<void()> then)
+        : QObject(window), m_then(std::move(then)) {
+        window->installEventFilter(this);
+    }
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint && m_then) {
+            // After the paint has reached the screen.
+            QTimer::singleShot(0, parent(), std::exchange(m_then, {}));
+            deleteLater();
+        }
+        return false;
+    }
+
+private:
+    std::function<void()> m_then;
+};
+
 } // namespace
+
+void PlayerWiring_startEngineWhenShown(FrmMain& window, FrmVideo& video) {
+    auto started = std::make_shared<bool>(false);
+    auto start = [&video, started] {
+        if (std::exchange(*started, true)) return;
+        mpv_PreloadLibrary(&video, [&video] { video.player().startEngine(); });
+    };
+    new FirstPaint(&window, start);
+    QTimer::singleShot(1500, &video, start); // started into the tray
+}
 
 std::unique_ptr<FrmVideo> PlayerWiring_install(FrmMain& window) {
     MainContext& ctx = window.ctx();

@@ -2,13 +2,14 @@
 
 #include "app/FrmMain.h"
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
 #include "playback/Lyrics.h"
 #include "playlists/ListFiles.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
+#include "playlists/PlaylistAutosave.h"
 #include "system/modWindows.h"
 #include "ui/ListView.h"
 
@@ -60,6 +61,7 @@ void window_SaveSettingsOnClose(FrmMain& window) {
     window.tmrWindowUpdate()->stop();
     window_CloseAll(window);
 
+    PlaylistAutosave_stop(ctx);
     playlist_SaveDefault(ctx);
 
     const double size = list.font().pointSizeF();
@@ -90,6 +92,7 @@ void mnuExit_Click(FrmMain& window) {
 }
 
 void window_MinimizeToTray(FrmMain& window) {
+    if (window.ctx().window_MinimizeToTray && window.ctx().window_MinimizeToTray()) return;
     // The tray icon is the tray's own business; without one, hiding would strand the user.
     if (trayIconShown())
         window.hide();

@@ -22,6 +22,7 @@
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
 #include "playlists/PlaylistRows.h"
+#include "playlists/TagFill.h"
 #include "system/modWindows.h"
 #include "ui/ListView.h"
 
@@ -235,12 +236,24 @@ void window_ProcessCommandLine(FrmMain& window, QString commandLine) {
         const QStringList paths = commandLine.split(QStringLiteral("\" \""));
         if (clearFirst) listview_Clear(list);
         const int oldCount = list.count();
+        // The rows of playlist_AddSong, added in one step.
+        std::vector<QStringList> rows;
+        rows.reserve(size_t(paths.size()));
         for (const QString& path : paths)
-            playlist_AddSong(ctx, QString(), QString(), QString(), path);
-        playlist_ShowMP3Data(ctx, false);
+            rows.push_back({QString(), QString(), QString(), QString(), QStringLiteral("Play"),
+                            QString(), path});
+        list.appendRows(std::move(rows));
+        // The song about to play gets its tags now, the others once the window shows; the
+        // sorting waits for them.
+        playlist_UpdateItem(ctx, oldCount + 1,
+                            !c.isChecked(QStringLiteral("mnuTagsShowTagsAsFilesAreAdded")));
         listview_SelectItem(list, oldCount + 1);
         play();
         ctx.StartedBySwitch = false;
+        playlist_ShowMP3DataInSlices(ctx, 1, [&list, resort] {
+            if (resort) list.setSorted(true);
+        });
+        return;
     } else if (commandLine.startsWith(QLatin1Char('"'))) {
         // One quoted path: a playlist to open, or a file to add.
         commandLine = commandLine.mid(1, commandLine.size() - 2);

@@ -6,6 +6,7 @@
 #include "app/PlayerWiring.h"
 #include "app/WindowClose.h"
 #include "app/WindowSetup.h"
+#include "cd/CdInstall.h"
 #include "core/App.h"
 #include "core/CommandLine.h"
 #include "core/ConsoleLog.h"
@@ -13,8 +14,10 @@
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SingleInstance.h"
+#include "library/LibraryInstall.h"
 #include "playback/FrmVideo.h"
 #include "playback/Lyrics.h"
+#include "playback/MpvApi.h"
 #include "playback/PlayNext.h"
 #include "playback/Player.h"
 #include "playback/SongAlert.h"
@@ -22,11 +25,15 @@
 #include "playback/SoundCheck.h"
 #include "playback/TrackAdvance.h"
 #include "playlists/AddMedia.h"
+#include "playlists/PlaylistAutosave.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistFiles.h"
+#include "playlists/PlaylistTools.h"
 #include "stats/Tracking.h"
+#include "system/Desktop.h"
 #include "system/SystemSetup.h"
 #include "tags/TagsInstall.h"
+#include "ui/MiniMode.h"
 
 #include <QApplication>
 #include <QDateTime>
@@ -34,6 +41,8 @@
 #include <QFile>
 #include <QSessionManager>
 #include <QSocketNotifier>
+#include <QTimer>
+#include <algorithm>
 #include <clocale>
 #include <csignal>
 #include <cstdio>
@@ -44,21 +53,35 @@ namespace modStart {
 namespace {
 
 int g_signalPipe[2] = {-1, -1};
+FrmMain* g_window = nullptr;
+bool g_mainLoopRunning = false;
 
 void onTerminate(int) {
     const char b = 1;
     [[maybe_unused]] auto n = ::write(g_signalPipe[0], &b, 1);
 }
 
+// The end of the session or a signal: what the exit saves is saved, and the process ends even
+// from inside a dialog's own event loop, where quitting would only close the dialog and let
+// start-up or the caller go on.
+void endSession() {
+    if (g_window) Form_QueryUnload(*g_window, 2);
+    const bool nested = !g_mainLoopRunning || QApplication::activeModalWidget() ||
+                        QApplication::activePopupWidget();
+    if (!nested) return; // the main loop ends on its own
+    std::fflush(nullptr);
+    ::_exit(0);
+}
+
 // SIGTERM, SIGINT and SIGHUP end the run as the end of the desktop session does.
-void watchTerminateSignals(FrmMain& window) {
+void watchTerminateSignals(QApplication& app) {
     if (::socketpair(AF_UNIX, SOCK_STREAM, 0, g_signalPipe) != 0) return;
-    auto* notifier = new QSocketNotifier(g_signalPipe[1], QSocketNotifier::Read, &window);
-    QObject::connect(notifier, &QSocketNotifier::activated, &window, [&window, notifier] {
+    auto* notifier = new QSocketNotifier(g_signalPipe[1], QSocketNotifier::Read, &app);
+    QObject::connect(notifier, &QSocketNotifier::activated, &app, [notifier] {
         char b;
         [[maybe_unused]] auto n = ::read(g_signalPipe[1], &b, 1);
         notifier->setEnabled(false);
-        Form_QueryUnload(window, 2);
+        endSession();
     });
     struct sigaction sa {};
     sa.sa_handler = onTerminate;
@@ -66,6 +89,8 @@ void watchTerminateSignals(FrmMain& window) {
     sa.sa_flags = SA_RESTART;
     for (int sig : {SIGTERM, SIGINT, SIGHUP})
         ::sigaction(sig, &sa, nullptr);
+    QObject::connect(&app, &QGuiApplication::commitDataRequest, &app,
+                     [](QSessionManager&) { endSession(); });
 }
 
 void writeFirstRunHeader() {
@@ -77,18 +102,26 @@ void writeFirstRunHeader() {
 } // namespace
 
 int Sub_Main(int argc, char** argv) {
-    QApplication app(argc, argv);
-    QApplication::setApplicationName(QStringLiteral("veldor"));
-    QApplication::setApplicationVersion(App::versionText());
-    QApplication::setDesktopFileName(QStringLiteral("veldor"));
-    setlocale(LC_NUMERIC, "C"); // the media engine refuses other numeric locales
-
-    const QStringList arguments = app.arguments().mid(1);
+    // Answered before any display is opened, so that they work on a bare terminal.
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
     const QString info = CommandLine::informationRequest(arguments);
     if (!info.isEmpty()) {
         std::fputs(info.toLocal8Bit().constData(), stdout);
         return 0;
     }
+
+    QApplication app(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("veldor"));
+    QApplication::setApplicationVersion(App::versionText());
+    QApplication::setDesktopFileName(QStringLiteral("veldor"));
+    setlocale(LC_NUMERIC, "C"); // the media engine refuses other numeric locales
+    watchTerminateSignals(app);
+    // A song on the command line plays during start-up: the engine's library loads meanwhile.
+    if (std::any_of(arguments.begin(), arguments.end(),
+                    [](const QString& a) { return !a.isEmpty() && !CommandLine::isSwitch(a); }))
+        mpv_PreloadLibrary();
 
     // 1-2. Settings, and one copy per data folder.
     SettingsFile = App::file(QStringLiteral("settings.ini"));
@@ -118,6 +151,7 @@ int Sub_Main(int argc, char** argv) {
     MainContext ctx;
     FrmMain window(ctx);
     Dialogs::setParentWindow(&window);
+    g_window = &window;
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     Player_install(ctx);
     const auto video = PlayerWiring_install(window);
@@ -128,11 +162,17 @@ int Sub_Main(int argc, char** argv) {
     Tracking_install(ctx);
     PlaylistEditing_install(ctx);
     PlaylistFiles_install(ctx);
+    PlaylistAutosave_install(ctx);
+    PlaylistTools_install(ctx);
     AddMedia_install(ctx);
     AddMedia_connectView(ctx, window.lstvPlaylist());
     Tags_install(ctx);
+    MediaLibrary_install(ctx);
+    CDPlayer_install(ctx);
     SystemSetup_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
+    Desktop_install(ctx, &window);
+    MiniMode_install(ctx, &window);
     MainEvents_install(window);
     ConsoleLog::instance().form_Load();
 
@@ -147,9 +187,6 @@ int Sub_Main(int argc, char** argv) {
         });
     }
     window.queryUnload = [&window] { return Form_QueryUnload(window, 0); };
-    watchTerminateSignals(window);
-    QObject::connect(&app, &QGuiApplication::commitDataRequest, &window,
-                     [&window](QSessionManager&) { Form_QueryUnload(window, 2); });
 
     // 9. The first lines of the log.
     const QDateTime now = QDateTime::currentDateTime();
@@ -157,11 +194,22 @@ int Sub_Main(int argc, char** argv) {
                         .arg(title, now.toString(QStringLiteral("HH:mm:ss")),
                              now.toString(QStringLiteral("dd/MM/yyyy"))));
     window_WriteLog(QString(97, QLatin1Char('-')));
+    if (!multiple && !instance.problem().isEmpty()) {
+        window_WriteLog(QStringLiteral("Single instance not ensured: ") + instance.problem());
+        Dialogs::msgBox(QStringLiteral("%1 cannot make sure that only one copy of it runs:\n\n%2"
+                                       "\n\nIt will run without that check.\n")
+                            .arg(title, instance.problem()),
+                        Dialogs::vbExclamation, QStringLiteral("Single Instance Warning"));
+    }
 
     // 10. Restore the main window; from here on events drive everything.
     window_Setup(window);
+    PlayerWiring_startEngineWhenShown(window, *video);
     CommandSocket::startFromEnvironment(ctx.commands(), &window);
-    return app.exec();
+    QTimer::singleShot(0, &app, [] { g_mainLoopRunning = true; });
+    const int code = app.exec();
+    g_window = nullptr;
+    return code;
 }
 
 } // namespace modStart

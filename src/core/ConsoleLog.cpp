@@ -39,6 +39,7 @@ ConsoleLog& ConsoleLog::instance() {
 
 void ConsoleLog::replaceText(const QString& text) {
     m_text = text;
+    m_diskSize = -1; // the file no longer holds the text before this one
     Q_EMIT textReset();
     Q_EMIT textChanged();
 }
@@ -49,13 +50,35 @@ void ConsoleLog::setText(const QString& text) {
 
 bool ConsoleLog::saveRemembered() {
     // The whole text and one more line break, as the print statement that writes it leaves.
-    return modFiles::file_WriteAtomic(consoleLogFile(), (m_text + CrLf).toUtf8());
+    const QByteArray bytes = (m_text + CrLf).toUtf8();
+    if (!modFiles::file_WriteAtomic(consoleLogFile(), bytes)) {
+        m_diskSize = -1;
+        return false;
+    }
+    m_diskSize = bytes.size();
+    return true;
+}
+
+bool ConsoleLog::appendRemembered(const QString& line) {
+    // The file ends with the text and one more line break: the new line goes over that break and
+    // brings its own. Anything else on disk than what we wrote last means a whole rewrite.
+    if (m_diskSize >= 2) {
+        const QByteArray tail = (line + CrLf + CrLf).toUtf8();
+        const modFiles::WriteResult r =
+            modFiles::file_ReplaceTail(consoleLogFile(), m_diskSize, m_diskSize - 2, tail);
+        if (r.ok) {
+            m_diskSize += tail.size() - 2;
+            return true;
+        }
+    }
+    return saveRemembered();
 }
 
 bool ConsoleLog::write(const QString& line) {
     if (!m_loaded) form_Load(false);
     if (!m_writeFlag) return true;
     const bool continues = m_text.isEmpty() || m_text.endsWith(CrLf);
+    if (!continues) m_diskSize = -1;
     m_text += line + CrLf;
     if (continues)
         Q_EMIT lineAppended(line);
@@ -63,7 +86,8 @@ bool ConsoleLog::write(const QString& line) {
         Q_EMIT textReset();
     Q_EMIT textChanged();
     // Read at every line, so that a change in Preferences counts at once.
-    if (rememberLogs()) return saveRemembered();
+    if (rememberLogs()) return appendRemembered(line);
+    m_diskSize = -1;
     return true;
 }
 
@@ -73,7 +97,11 @@ void ConsoleLog::form_Load(bool store) {
     if (rememberLogs() && QFileInfo::exists(file)) {
         QFile f(file);
         if (f.open(QIODevice::ReadOnly)) {
-            QString text = withCrLf(QString::fromUtf8(f.readAll()));
+            QByteArray bytes = f.readAll();
+            // Our lines end in CR LF: a last line without its end is one a kill cut short.
+            const qsizetype lastEnd = bytes.lastIndexOf("\r\n");
+            if (!bytes.endsWith('\n') && lastEnd >= 0) bytes.truncate(lastEnd + 2);
+            QString text = withCrLf(QString::fromUtf8(bytes));
             if (!text.isEmpty() && !text.endsWith(CrLf))
                 text += CrLf; // this run's lines start on a line of their own
             replaceText(text);
@@ -130,7 +158,7 @@ void ConsoleLog::cmdSave_Click() {
         if (answer != Dialogs::vbYes) return;
     }
     // Replacing in one step: a failed save leaves the old file as it was.
-    if (!modFiles::file_WriteAtomic(path, (m_text + CrLf).toUtf8()))
+    if (!modFiles::file_WriteAtomic(path, (m_text + CrLf).toUtf8(), false))
         Dialogs::msgBox(QStringLiteral("An error occured while trying to save.\n\nThis function "
                                        "will not continue.\n"),
                         Dialogs::vbExclamation, App::Title());

@@ -18,8 +18,9 @@ public:
     // The whole log; each line ends in CR LF.
     const QString& text() const { return m_text; }
     void setText(const QString& text);
-    // Appends one line; with "RememberTheConsoleLogs" on, console.log is rewritten. False only when
-    // that file could not be written.
+    // Appends one line; with "RememberTheConsoleLogs" on, console.log gets it too (appended: the
+    // file then holds the whole text and one more line break). False only when that file could
+    // not be written.
     bool write(const QString& line);
 
     // What loading the console does: the remembered log, then the write flag from the setting,
@@ -57,12 +58,14 @@ private:
     void replaceText(const QString& text);
     void applyWriteLogs(bool checked, bool store);
     bool saveRemembered();
+    bool appendRemembered(const QString& line);
 
     QString m_text;
     QFont m_font;
     bool m_writeFlag = true;
     bool m_checked = true;
     bool m_loaded = false;
+    qint64 m_diskSize = -1; // bytes of console.log as we last wrote it; -1: unknown
 };
 
 // The only way into the log. False when the remembered console.log could not be written.

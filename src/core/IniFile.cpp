@@ -1,9 +1,10 @@
 #include "core/IniFile.h"
 
+#include "core/modFiles.h"
+
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <sys/stat.h>
 
@@ -207,9 +208,7 @@ void IniFile::write(const QString& section, const QString& key, const QString& v
         data = f.readAll();
     }
     const QByteArray out = applyWrite(data, section, key, value);
-    QSaveFile save(m_path);
-    if (!save.open(QIODevice::WriteOnly)) return;
-    save.write(out);
-    if (!save.commit()) return;
+    // A full disk keeps the old file whole; the user hears of it once.
+    if (!modFiles::file_WriteAtomic(m_path, out)) return;
     m_valid = false;
 }

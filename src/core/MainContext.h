@@ -106,6 +106,22 @@ public:
     std::function<void(const QString&)> volumes_ApplyStored;
     // Play counts: artist, title, filename.
     std::function<void(const QString&, const QString&, const QString&)> tracking_Add;
+    // Desktop: hiding into the tray (false when there is no tray to come back from), the
+    // global keys read again after the preferences change them, the tray icon switched on or
+    // off by the preferences.
+    std::function<bool()> window_MinimizeToTray;
+    std::function<void()> window_InstallGlobalKeys;
+    std::function<void(bool)> tray_Enable;
+    // Media Library: open it on the songs whose column (0 artist, 3 year) is the text; a folder
+    // chosen in the location window for it.
+    std::function<void(int, const QString&)> mediaLibrary_ShowMore;
+    std::function<void(const QString&)> mediaLibrary_AddLocation;
+
+    // Mini-Mode: shows it when it is the window the user sees (true), hides it.
+    std::function<bool()> miniMode_Show;
+    std::function<void()> miniMode_Hide;
+    // The playlist's song is about to sound: anything else that plays stops (the CD player).
+    std::function<void()> player_Starting;
 
     void call(const std::function<void()>& f) {
         if (f) f();

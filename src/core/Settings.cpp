@@ -2,24 +2,23 @@
 
 #include "core/IniFile.h"
 
+#include <cmath>
+
 QString SettingsFile;
 
 IniFile& settings_File() {
     static IniFile file;
-    if (file.path() != SettingsFile)
-        file.setPath(SettingsFile);
+    if (file.path() != SettingsFile) file.setPath(SettingsFile);
     return file;
 }
 
 QString settings_Read(const QString& section, const QString& key, const QString& def) {
-    if (SettingsFile.isEmpty())
-        return def.trimmed();
+    if (SettingsFile.isEmpty()) return def.trimmed();
     return settings_File().read(section, key, def);
 }
 
 void settings_Write(const QString& section, const QString& key, const QVariant& value) {
-    if (SettingsFile.isEmpty())
-        return;
+    if (SettingsFile.isEmpty()) return;
     QString text;
     if (value.typeId() == QMetaType::Bool)
         text = value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
@@ -31,8 +30,7 @@ void settings_Write(const QString& section, const QString& key, const QVariant& 
 double settings_TextToNumber(const QString& value, bool* ok) {
     const QString t = value.trimmed();
     if (t.isEmpty()) {
-        if (ok)
-            *ok = true;
+        if (ok) *ok = true;
         return 0;
     }
     bool good = false;
@@ -41,8 +39,7 @@ double settings_TextToNumber(const QString& value, bool* ok) {
         const qlonglong h = t.mid(2).toLongLong(&good, 16);
         d = double(h);
     }
-    if (ok)
-        *ok = good;
+    if (ok) *ok = good;
     return good ? d : 0;
 }
 
@@ -58,4 +55,18 @@ bool settings_IsOn(const QString& section, const QString& key, const QString& de
 
 double settings_Number(const QString& section, const QString& key, const QString& def, bool* ok) {
     return settings_TextToNumber(settings_Read(section, key, def), ok);
+}
+
+int settings_TextToInt(const QString& value, int lo, int hi, int fallback) {
+    bool ok = false;
+    const double d = settings_TextToNumber(value, &ok);
+    if (!ok || !std::isfinite(d)) return fallback;
+    const double r = std::nearbyint(d);
+    if (r < double(lo) || r > double(hi)) return fallback;
+    return int(r);
+}
+
+int settings_Int(const QString& section, const QString& key, const QString& def, int lo, int hi,
+                 int fallback) {
+    return settings_TextToInt(settings_Read(section, key, def), lo, hi, fallback);
 }

@@ -18,6 +18,13 @@ bool settings_IsOn(const QString& section, const QString& key, const QString& de
 double settings_Number(const QString& section, const QString& key, const QString& def,
                        bool* ok = nullptr);
 
+// A setting used as a whole number that must lie in [lo, hi]: the empty value counts as 0 as
+// elsewhere; nonsense, and a number outside the range (which no conversion to int may see),
+// give `fallback`. Fractions round half to even, as the language's conversion does.
+int settings_Int(const QString& section, const QString& key, const QString& def, int lo, int hi,
+                 int fallback);
+int settings_TextToInt(const QString& value, int lo, int hi, int fallback);
+
 // The numeric reading of a setting's text.
 bool settings_TextIsOne(const QString& value);
 double settings_TextToNumber(const QString& value, bool* ok = nullptr);

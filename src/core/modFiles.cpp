@@ -1,6 +1,7 @@
 #include "core/modFiles.h"
 
 #include "core/Dialogs.h"
+#include "core/TextLines.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -8,74 +9,26 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMimeDatabase>
-#include <QSaveFile>
 #include <QStandardPaths>
 #include <QUrl>
+
+#include <QSet>
 
 #include <cerrno>
 #include <cmath>
 #include <cstdio>
+#include <cstring>
+#include <fcntl.h>
+#include <functional>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace modFiles {
 namespace {
 
 void serveEvents() {
     if (QCoreApplication::instance()) QCoreApplication::processEvents();
-}
-
-bool isBlank(char c) {
-    return c == ' ' || c == '\t';
-}
-
-// Calls `onValue` for each value of a list-style file until it returns true. A value in double
-// quotes runs to the next quote; any other value to the next comma or line end. The separator
-// behind a value is consumed with it.
-template <typename F> bool forEachValue(const QByteArray& data, F onValue) {
-    const qsizetype n = data.size();
-    qsizetype i = 0;
-    while (i < n) {
-        while (i < n && isBlank(data[i]))
-            ++i;
-        QByteArray value;
-        if (i < n && data[i] == '"') {
-            const qsizetype close = data.indexOf('"', i + 1);
-            const qsizetype end = close < 0 ? n : close;
-            value = data.mid(i + 1, end - i - 1);
-            i = end + 1;
-            while (i < n && data[i] != ',' && data[i] != '\n' && data[i] != '\r')
-                ++i;
-        } else {
-            const qsizetype start = i;
-            while (i < n && data[i] != ',' && data[i] != '\n' && data[i] != '\r')
-                ++i;
-            value = data.mid(start, i - start);
-            while (!value.isEmpty() && isBlank(value.back()))
-                value.chop(1);
-        }
-        if (i < n && data[i] == ',')
-            ++i;
-        else if (i < n && data[i] == '\r')
-            i += (i + 1 < n && data[i + 1] == '\n') ? 2 : 1;
-        else if (i < n && data[i] == '\n')
-            ++i;
-        if (onValue(QString::fromUtf8(value))) return true;
-    }
-    return false;
-}
-
-// Lines ended by CR LF, LF or a lone CR; a last line without an end still counts.
-QList<QByteArrayView> splitLines(const QByteArray& data) {
-    QList<QByteArrayView> lines;
-    const qsizetype n = data.size();
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < n; ++i) {
-        if (data[i] != '\n' && data[i] != '\r') continue;
-        lines.append(QByteArrayView(data.constData() + start, i - start));
-        if (data[i] == '\r' && i + 1 < n && data[i + 1] == '\n') ++i;
-        start = i + 1;
-    }
-    if (start < n) lines.append(QByteArrayView(data.constData() + start, n - start));
-    return lines;
 }
 
 QByteArray readAll(const QString& path, bool* ok = nullptr) {
@@ -101,6 +54,9 @@ bool sameFile(const QString& a, const QString& b) {
     return ib.exists() && ia.canonicalFilePath() == ib.canonicalFilePath();
 }
 
+bool writeFully(int fd, const char* p, size_t n);
+WriteResult writeReplacing(const QString& path, const std::function<bool(int)>& fill);
+
 // Copies one regular file so that the target is either its old self or the whole new copy;
 // permissions and modification time go along, as a shell copy keeps them.
 bool copyFileAtomic(const QString& source, const QString& target) {
@@ -110,20 +66,20 @@ bool copyFileAtomic(const QString& source, const QString& target) {
     if (dst.exists() && (dst.isDir() || isReadOnly(dst))) return false;
     QFile in(source);
     if (!in.open(QIODevice::ReadOnly)) return false;
-    QSaveFile out(target);
-    if (!out.open(QIODevice::WriteOnly)) return false;
-    QByteArray buffer;
-    while (!in.atEnd()) {
-        buffer = in.read(1 << 20);
-        if (buffer.isEmpty() && in.error() != QFileDevice::NoError) break;
-        if (out.write(buffer) != buffer.size()) break;
-    }
-    if (in.error() != QFileDevice::NoError || !in.atEnd()) {
-        out.cancelWriting();
-        out.commit();
-        return false;
-    }
-    if (!out.commit()) return false;
+    const WriteResult r = writeReplacing(target, [&](int fd) {
+        QByteArray buffer;
+        while (!in.atEnd()) {
+            buffer = in.read(1 << 20);
+            if (buffer.isEmpty() && in.error() != QFileDevice::NoError) break;
+            if (!writeFully(fd, buffer.constData(), size_t(buffer.size()))) return false;
+        }
+        if (in.error() != QFileDevice::NoError || !in.atEnd()) {
+            errno = EIO;
+            return false;
+        }
+        return true;
+    });
+    if (!r.ok) return false;
     QFile::setPermissions(target, src.permissions());
     QFile t(target);
     if (t.open(QIODevice::ReadWrite))
@@ -230,23 +186,25 @@ QString file_GetSizeFormatted(const QString& path, bool withUnit) {
 bool file_ContainsEntry(const QString& path, const QString& text) {
     if (!file_Exists(path)) return false;
     const QString wanted = text.toLower();
-    return forEachValue(readAll(path), [&](const QString& value) {
+    const QString content = TextLines::decode(readAll(path));
+    TextLines::ValueReader reader(content);
+    QString value;
+    while (reader.next(value)) {
         serveEvents();
-        return value.toLower() == wanted;
-    });
+        if (value.toLower() == wanted) return true;
+    }
+    return false;
 }
 
 long file_CountLines(const QString& path) {
     if (!file_Exists(path)) return 0;
-    return long(splitLines(readAll(path)).size());
+    return long(TextLines::lines(TextLines::decode(readAll(path))).size());
 }
 
 QString file_ReadLine(const QString& path, int index) {
     if (!file_Exists(path) || index < 1) return {};
-    const QByteArray data = readAll(path);
-    const QList<QByteArrayView> lines = splitLines(data);
-    if (index > lines.size()) return {};
-    return QString::fromUtf8(lines[index - 1]);
+    const QStringList lines = TextLines::lines(TextLines::decode(readAll(path)));
+    return index > lines.size() ? QString() : lines.at(index - 1);
 }
 
 // ---- changes on disk
@@ -387,18 +345,203 @@ void file_AddToRecentDocuments(const QString& path) {
     file_WriteAtomic(xbel, doc.toUtf8());
 }
 
-bool file_WriteAtomic(const QString& path, const QByteArray& bytes) {
-    if (path.isEmpty()) return false;
-    const QFileInfo info(path);
-    if (info.exists() && (info.isDir() || isReadOnly(info))) return false;
-    QSaveFile save(path);
-    if (!save.open(QIODevice::WriteOnly)) return false;
-    if (save.write(bytes) != bytes.size()) {
-        save.cancelWriting();
-        save.commit();
-        return false;
+// ---- writes that never leave half a file
+
+namespace {
+
+const char kTempMark[] = ".veldor-";
+
+WriteResult failed(int err) {
+    if (err == 0) err = EIO;
+    return {false, err, QString::fromLocal8Bit(std::strerror(err))};
+}
+
+bool writeFully(int fd, const char* p, size_t n) {
+    while (n > 0) {
+        const ssize_t w = ::write(fd, p, n);
+        if (w < 0 && errno == EINTR) continue;
+        if (w < 0) return false;
+        if (w == 0) {
+            errno = ENOSPC;
+            return false;
+        }
+        p += w;
+        n -= size_t(w);
     }
-    return save.commit();
+    return true;
+}
+
+bool pwriteFully(int fd, const char* p, size_t n, off_t at) {
+    while (n > 0) {
+        const ssize_t w = ::pwrite(fd, p, n, at);
+        if (w < 0 && errno == EINTR) continue;
+        if (w < 0) return false;
+        if (w == 0) {
+            errno = ENOSPC;
+            return false;
+        }
+        p += w;
+        at += w;
+        n -= size_t(w);
+    }
+    return true;
+}
+
+// The rename is only durable once the folder's entry is on disk too.
+void syncFolder(const QByteArray& folder) {
+    const int dir = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (dir < 0) return;
+    ::fsync(dir);
+    ::close(dir);
+}
+
+mode_t newFileMode() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+QSet<QString>& toldFailures() {
+    static QSet<QString> told;
+    return told;
+}
+
+} // namespace
+
+QString file_TempTemplate(const QString& path) {
+    const QFileInfo info(path);
+    return info.absolutePath() + QStringLiteral("/.") + info.fileName() + QLatin1String(kTempMark) +
+           QStringLiteral("XXXXXX");
+}
+
+bool file_IsLeftoverTemp(const QString& name) {
+    const qsizetype mark = name.lastIndexOf(QLatin1String(kTempMark));
+    // "." + at least one character of the target's name, then the mark and six characters.
+    return name.startsWith(QLatin1Char('.')) && mark >= 2 &&
+           name.size() == mark + qsizetype(sizeof kTempMark - 1) + 6;
+}
+
+int file_RemoveLeftoverTemps(const QString& folder) {
+    QDir dir(folder);
+    int removed = 0;
+    const QStringList names =
+        dir.entryList({QStringLiteral(".*") + QLatin1String(kTempMark) + QStringLiteral("*")},
+                      QDir::Files | QDir::Hidden | QDir::System);
+    for (const QString& name : names) {
+        if (!file_IsLeftoverTemp(name)) continue;
+        const QByteArray full = QFile::encodeName(dir.filePath(name));
+        const int fd = ::open(full.constData(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW);
+        if (fd < 0) continue;
+        // A write under way holds its file locked; a killed one left it unlocked.
+        if (::flock(fd, LOCK_EX | LOCK_NB) == 0 && ::unlink(full.constData()) == 0) ++removed;
+        ::close(fd);
+    }
+    return removed;
+}
+
+namespace {
+
+// The new content goes to a locked temporary file beside the target, is synced, and then
+// renamed over it; `fill` writes the content and answers false (errno set) on a failure.
+WriteResult writeReplacing(const QString& path, const std::function<bool(int)>& fill) {
+    if (path.isEmpty()) return failed(EINVAL);
+    QFileInfo info(path);
+    if (info.exists() && info.isDir()) return failed(EISDIR);
+    if (info.exists() && isReadOnly(info)) return failed(EACCES);
+    // A link is kept a link: its target is what gets replaced.
+    const QString target = info.isSymLink() && info.exists() ? info.canonicalFilePath() : path;
+    const QByteArray targetName = QFile::encodeName(target);
+    const QByteArray folder = QFile::encodeName(QFileInfo(target).absolutePath());
+    struct stat old {};
+    const bool hadOld = ::stat(targetName.constData(), &old) == 0;
+
+    file_RemoveLeftoverTemps(QFileInfo(target).absolutePath());
+    QByteArray tmp = QFile::encodeName(file_TempTemplate(target));
+    const int fd = ::mkostemp(tmp.data(), O_CLOEXEC);
+    if (fd < 0) return failed(errno);
+    ::flock(fd, LOCK_EX);
+    auto abandon = [&](int err) {
+        ::close(fd);
+        ::unlink(tmp.constData());
+        return failed(err);
+    };
+    if (::fchmod(fd, hadOld ? (old.st_mode & 07777) : newFileMode()) != 0) return abandon(errno);
+    if (hadOld && ::geteuid() == 0 && ::fchown(fd, old.st_uid, old.st_gid) != 0) {
+        // Best effort: the file keeps its owner where we may give it.
+    }
+    errno = 0;
+    if (!fill(fd)) return abandon(errno);
+    if (::fsync(fd) != 0) return abandon(errno);
+    if (::close(fd) != 0) {
+        const int err = errno;
+        ::unlink(tmp.constData());
+        return failed(err);
+    }
+    if (::rename(tmp.constData(), targetName.constData()) != 0) {
+        const int err = errno;
+        ::unlink(tmp.constData());
+        return failed(err);
+    }
+    syncFolder(folder);
+    return {true, 0, {}};
+}
+
+} // namespace
+
+WriteResult file_WriteAtomicResult(const QString& path, const QByteArray& bytes) {
+    return writeReplacing(
+        path, [&](int fd) { return writeFully(fd, bytes.constData(), size_t(bytes.size())); });
+}
+
+void file_ReportWriteFailure(const QString& path, const QString& reason) {
+    const QString key = QFileInfo(path).absoluteFilePath();
+    if (toldFailures().contains(key)) return;
+    toldFailures().insert(key);
+    Dialogs::msgBox(QStringLiteral("The following file could not be saved:\n%1\n\n%2\n\nThe file "
+                                   "on disk was left as it was before.\n")
+                        .arg(path, reason),
+                    Dialogs::vbExclamation, QStringLiteral("Error Saving File"));
+}
+
+bool file_WriteAtomic(const QString& path, const QByteArray& bytes, bool tellUser) {
+    const WriteResult r = file_WriteAtomicResult(path, bytes);
+    if (r.ok) {
+        toldFailures().remove(QFileInfo(path).absoluteFilePath());
+        return true;
+    }
+    // A read-only file loses the write without a word, as the callers' rules have it.
+    if (tellUser && r.error != EACCES) file_ReportWriteFailure(path, r.reason);
+    return false;
+}
+
+WriteResult file_ReplaceTail(const QString& path, qint64 expectedSize, qint64 offset,
+                             const QByteArray& tail) {
+    if (offset < 0 || offset > expectedSize) return failed(EINVAL);
+    const QByteArray name = QFile::encodeName(path);
+    const int fd = ::open(name.constData(), O_RDWR | O_CLOEXEC);
+    if (fd < 0) return failed(errno);
+    struct stat st {};
+    if (::fstat(fd, &st) != 0 || !S_ISREG(st.st_mode) || st.st_size != expectedSize) {
+        ::close(fd);
+        return failed(ESTALE);
+    }
+    QByteArray old(expectedSize - offset, Qt::Uninitialized);
+    if (::pread(fd, old.data(), size_t(old.size()), off_t(offset)) != ssize_t(old.size())) {
+        ::close(fd);
+        return failed(EIO);
+    }
+    if (!pwriteFully(fd, tail.constData(), size_t(tail.size()), off_t(offset)) ||
+        (offset + tail.size() < expectedSize &&
+         ::ftruncate(fd, off_t(offset + tail.size())) != 0)) {
+        const int err = errno;
+        // Back to the old length and bytes; both fit where they stood before.
+        if (::ftruncate(fd, off_t(expectedSize)) == 0)
+            pwriteFully(fd, old.constData(), size_t(old.size()), off_t(offset));
+        ::close(fd);
+        return failed(err);
+    }
+    ::close(fd);
+    return {true, 0, {}};
 }
 
 } // namespace modFiles

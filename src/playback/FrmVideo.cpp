@@ -8,6 +8,7 @@
 #include "system/modWindows.h"
 
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -16,7 +17,11 @@
 #include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
+#include <QtGui/qguiapplication_platform.h>
 #include <cmath>
+#include <cstdio>
+#include <dlfcn.h>
+#include <xcb/xcb.h>
 
 namespace {
 
@@ -37,6 +42,33 @@ QScrollBar* bar(const char* name, const char* accessible, int max, QWidget* pare
     s->setRange(0, max);
     s->setMinimumWidth(80);
     return s;
+}
+
+// Whether the X server offers GLX: without it the GL output cannot work, and trying it is what
+// has brought whole programs down.
+bool displayHasGl() {
+    auto* x11 = qGuiApp ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    xcb_connection_t* c = x11 ? x11->connection() : nullptr;
+    if (!c) return true; // not X11: let the engine find its way
+    xcb_query_extension_reply_t* r =
+        xcb_query_extension_reply(c, xcb_query_extension(c, 3, "GLX"), nullptr);
+    const bool present = r && r->present;
+    free(r);
+    return present;
+}
+
+int logXError(void*, void*) {
+    std::fputs("veldor: an X error of the picture was ignored\n", stderr);
+    return 0;
+}
+
+// Xlib's own handler ends the process on any protocol error, and an engine's output may leave it
+// in place; an error of the picture must never take the program down.
+void keepXErrorsHarmless() {
+    using Handler = int (*)(void*, void*); // Display*, XErrorEvent*
+    using SetHandler = Handler (*)(Handler);
+    if (auto set = reinterpret_cast<SetHandler>(::dlsym(RTLD_DEFAULT, "XSetErrorHandler")))
+        set(logXError);
 }
 
 } // namespace
@@ -62,7 +94,8 @@ FrmVideo::FrmVideo(MainContext& ctx, QWidget* mainWindow)
     // The window id must stay the same for the life of the process: make the top level native
     // first, so that showing it later does not create the picture's window anew.
     if (native) winId();
-    m_player = new MpvPlayer(native ? quintptr(m_picture->winId()) : 0, this);
+    m_player =
+        new MpvPlayer(native ? quintptr(m_picture->winId()) : 0, this, native && displayHasGl());
 
     m_bottom = new QWidget(this);
     m_bottom->setObjectName(QStringLiteral("nfpBottom"));
@@ -215,6 +248,7 @@ void FrmVideo::video_Open() {
         setFullScreen(true);
     // The engine holds the screen saver off while it shows a picture (stop-screensaver).
     m_timer->start();
+    keepXErrorsHarmless();
     const bool wasHidden = !isVisible();
     show();
     raise();

@@ -1,11 +1,11 @@
 #include "playback/MpvPlayer.h"
 
+#include "playback/MpvApi.h"
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QMetaObject>
 #include <clocale>
 #include <cmath>
-#include <mpv/client.h>
 
 namespace {
 
@@ -26,20 +26,35 @@ QByteArray env(const char* name) {
 } // namespace
 
 void mpv_SetPrivateOptions(mpv_handle* mpv) {
+    const MpvApi* api = mpv_Library();
+    if (!api) return;
     // The built-in script threads serve mpv's own window and keys, which we never show.
     for (const char* off : {"config", "terminal", "load-scripts", "load-stats-overlay",
                             "load-osd-console", "load-auto-profiles", "ytdl", "osc",
                             "input-default-bindings", "input-vo-keyboard", "input-cursor"})
-        mpv_set_option_string(mpv, off, "no");
-    mpv_set_option_string(mpv, "osd-level", "0");
+        api->set_option_string(mpv, off, "no");
+    api->set_option_string(mpv, "osd-level", "0");
 }
 
-MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
+MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent, bool glOnDisplay)
+    : wmpPlayer(parent), m_windowId(windowId), m_glOnDisplay(glOnDisplay) {}
+
+QByteArray MpvPlayer::videoOutputs(const QByteArray& configured, bool embedded, bool glOnDisplay) {
+    if (!configured.isEmpty()) return configured;
+    if (!embedded) return "null";
+    return glOnDisplay ? "gpu,x11" : "x11";
+}
+
+bool MpvPlayer::startEngine() {
+    if (m_mpv || m_failed) return m_mpv != nullptr;
+    m_failed = true;
+    m_api = mpv_Library();
+    if (!m_api) return false;
     setlocale(LC_NUMERIC, "C"); // the engine refuses any other numeric locale
-    m_mpv = mpv_create();
-    if (!m_mpv) return;
+    m_mpv = m_api->create();
+    if (!m_mpv) return false;
     auto opt = [this](const char* name, const QByteArray& value) {
-        mpv_set_option_string(m_mpv, name, value.constData());
+        m_api->set_option_string(m_mpv, name, value.constData());
     };
     mpv_SetPrivateOptions(m_mpv);
     if (qEnvironmentVariableIsSet("VELDOR_MPV_DEBUG")) {
@@ -62,22 +77,17 @@ MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
         opt("ao-pcm-waveheader", "no");
         opt("audio-format", "s16");
     }
-    QByteArray vo = env("VELDOR_VO");
-    if (windowId) {
-        opt("wid", QByteArray::number(qulonglong(windowId)));
-        if (vo.isEmpty()) vo = "gpu,x11";
-    } else if (vo.isEmpty()) {
-        vo = "null";
-    }
-    opt("vo", vo);
+    if (m_windowId) opt("wid", QByteArray::number(qulonglong(m_windowId)));
+    opt("vo", videoOutputs(env("VELDOR_VO"), m_windowId != 0, m_glOnDisplay));
 
-    if (mpv_initialize(m_mpv) < 0) {
-        mpv_terminate_destroy(m_mpv);
+    if (m_api->initialize(m_mpv) < 0) {
+        m_api->terminate_destroy(m_mpv);
         m_mpv = nullptr;
-        return;
+        return false;
     }
-    mpv_request_log_messages(m_mpv, "no");
-    mpv_set_wakeup_callback(
+    m_failed = false;
+    m_api->request_log_messages(m_mpv, "no");
+    m_api->set_wakeup_callback(
         m_mpv,
         [](void* self) {
             auto* p = static_cast<MpvPlayer*>(self);
@@ -91,40 +101,48 @@ MpvPlayer::MpvPlayer(quintptr windowId, QObject* parent) : wmpPlayer(parent) {
                 Qt::QueuedConnection);
         },
         this);
+    // What was set before the engine ran.
+    if (m_volume != 0) setVolume(m_volume);
+    if (m_balance != 0) {
+        const int b = m_balance;
+        m_balance = 0;
+        setBalance(b);
+    }
+    return true;
 }
 
 MpvPlayer::~MpvPlayer() {
     if (!m_mpv) return;
-    mpv_set_wakeup_callback(m_mpv, nullptr, nullptr);
-    mpv_terminate_destroy(m_mpv);
+    m_api->set_wakeup_callback(m_mpv, nullptr, nullptr);
+    m_api->terminate_destroy(m_mpv);
 }
 
 void MpvPlayer::command(std::initializer_list<const char*> args) {
     if (!m_mpv) return;
     std::vector<const char*> argv(args);
     argv.push_back(nullptr);
-    mpv_command(m_mpv, argv.data());
+    m_api->command(m_mpv, argv.data());
 }
 
 void MpvPlayer::setFlag(const char* name, bool on) {
     if (!m_mpv) return;
     int flag = on ? 1 : 0;
-    mpv_set_property(m_mpv, name, MPV_FORMAT_FLAG, &flag);
+    m_api->set_property(m_mpv, name, MPV_FORMAT_FLAG, &flag);
 }
 
 void MpvPlayer::setFileName(const QString& name) {
     m_file = name;
-    if (!m_mpv) return;
     if (!isLoadable(name)) {
         // The custom release: a name that is no file lets go of the last one.
         m_entry = -1;
-        if (!m_released) command({"stop"});
+        m_startPending = m_fresh = false;
+        if (m_mpv && !m_released) command({"stop"});
         m_released = true;
         m_open = m_loading = false;
         m_state = Stopped;
         return;
     }
-    load(name);
+    if (startEngine()) load(name);
 }
 
 void MpvPlayer::load(const QString& path) {
@@ -132,7 +150,7 @@ void MpvPlayer::load(const QString& path) {
     const QByteArray file = path.toUtf8();
     const char* argv[] = {"loadfile", file.constData(), "replace", nullptr};
     mpv_node result{};
-    const bool ok = mpv_command_ret(m_mpv, argv, &result) >= 0;
+    const bool ok = m_api->command_ret(m_mpv, argv, &result) >= 0;
     m_entry = -1;
     if (ok && result.format == MPV_FORMAT_NODE_MAP) {
         for (int i = 0; i < result.u.list->num; ++i)
@@ -140,18 +158,21 @@ void MpvPlayer::load(const QString& path) {
                 result.u.list->values[i].format == MPV_FORMAT_INT64)
                 m_entry = result.u.list->values[i].u.int64;
     }
-    if (ok) mpv_free_node_contents(&result);
+    if (ok) m_api->free_node_contents(&result);
     if (ok && m_entry < 0) {
         // A replaced song stays in the list until it has stopped: the new entry is the last.
         qint64 count = 0;
-        mpv_get_property(m_mpv, "playlist-count", MPV_FORMAT_INT64, &count);
+        m_api->get_property(m_mpv, "playlist-count", MPV_FORMAT_INT64, &count);
         const QByteArray last =
             "playlist/" + QByteArray::number(qMax<qint64>(0, count - 1)) + "/id";
-        mpv_get_property(m_mpv, last.constData(), MPV_FORMAT_INT64, &m_entry);
+        m_api->get_property(m_mpv, last.constData(), MPV_FORMAT_INT64, &m_entry);
     }
     m_state = Stopped;
     m_pendingSeek = m_held = -1;
     m_open = false;
+    m_fresh = ok;
+    m_startPending = m_chainChanged = false;
+    m_startAt = 0;
     m_released = !ok;
     m_loading = ok;
     if (ok) waitForLoad(kLoadWaitMs);
@@ -162,7 +183,7 @@ void MpvPlayer::waitForLoad(int ms) {
     clock.start();
     while (m_loading && clock.elapsed() < ms) {
         const double left = (ms - clock.elapsed()) / 1000.0;
-        const mpv_event* e = mpv_wait_event(m_mpv, qMax(0.0, left));
+        const mpv_event* e = m_api->wait_event(m_mpv, qMax(0.0, left));
         if (e->event_id != MPV_EVENT_NONE) handleEvent(*e);
     }
 }
@@ -170,7 +191,7 @@ void MpvPlayer::waitForLoad(int ms) {
 void MpvPlayer::drainEvents() {
     if (!m_mpv) return;
     for (;;) {
-        const mpv_event* e = mpv_wait_event(m_mpv, 0);
+        const mpv_event* e = m_api->wait_event(m_mpv, 0);
         if (e->event_id == MPV_EVENT_NONE) break;
         handleEvent(*e);
     }
@@ -183,6 +204,7 @@ void MpvPlayer::handleEvent(const mpv_event& event) {
         m_loading = false;
         m_open = true;
         if (m_pendingSeek >= 0) {
+            m_startAt = m_pendingSeek;
             setCurrentPosition(m_pendingSeek);
             m_pendingSeek = -1;
         }
@@ -212,28 +234,48 @@ void MpvPlayer::handleEvent(const mpv_event& event) {
 
 void MpvPlayer::refreshVideo() {
     if (!m_mpv || !m_open) return;
-    char* current = mpv_get_property_string(m_mpv, "vid");
+    char* current = m_api->get_property_string(m_mpv, "vid");
     const QByteArray vid = current ? QByteArray(current) : QByteArray("auto");
-    mpv_free(current);
+    m_api->free(current);
     if (vid == "no") return;
-    mpv_set_property_string(m_mpv, "vid", "no");
-    mpv_set_property_string(m_mpv, "vid", vid.constData());
+    m_api->set_property_string(m_mpv, "vid", "no");
+    m_api->set_property_string(m_mpv, "vid", vid.constData());
 }
 
 void MpvPlayer::Play() {
-    if (!m_mpv) return;
+    if (!startEngine()) return;
     if (m_released) {
         if (!isLoadable(m_file)) return;
         load(m_file);
         if (m_released) return; // the engine could not open it
     }
-    setFlag("pause", false);
     m_held = -1;
     m_state = Playing;
+    if (!m_fresh) {
+        setFlag("pause", false);
+        return;
+    }
+    if (m_startPending) return;
+    m_startPending = true;
+    QMetaObject::invokeMethod(this, &MpvPlayer::startLoaded, Qt::QueuedConnection);
+}
+
+void MpvPlayer::startLoaded() {
+    if (!m_startPending || !m_mpv) return;
+    m_startPending = m_fresh = false;
+    // Anything decoded while paused went through the old filters: a seek to where the song
+    // starts throws it away.
+    if (m_chainChanged && m_open) {
+        const QByteArray to = QByteArray::number(m_startAt, 'f', 3);
+        command({"seek", to.constData(), "absolute+exact"});
+    }
+    m_chainChanged = false;
+    setFlag("pause", false);
 }
 
 void MpvPlayer::Pause() {
     if (m_state != Playing) return;
+    m_startPending = false;
     setFlag("pause", true);
     m_held = CurrentPosition();
     m_state = Paused;
@@ -242,6 +284,7 @@ void MpvPlayer::Pause() {
 void MpvPlayer::Stop() {
     if (!m_mpv) return;
     m_entry = -1; // whatever ends from here on was stopped, not finished
+    m_startPending = m_fresh = false;
     if (!m_released) command({"stop"});
     m_released = true;
     m_open = m_loading = false;
@@ -254,7 +297,7 @@ double MpvPlayer::CurrentPosition() const {
     if (!m_open) return qMax(0.0, m_pendingSeek);
     if (m_state == Paused && m_held >= 0) return m_held;
     double pos = 0;
-    if (mpv_get_property(m_mpv, "time-pos", MPV_FORMAT_DOUBLE, &pos) < 0) return 0;
+    if (m_api->get_property(m_mpv, "time-pos", MPV_FORMAT_DOUBLE, &pos) < 0) return 0;
     return qMax(0.0, pos);
 }
 
@@ -266,6 +309,7 @@ void MpvPlayer::setCurrentPosition(double seconds) {
         return;
     }
     if (m_state == Paused) m_held = seconds;
+    m_startAt = seconds;
     const QByteArray to = QByteArray::number(seconds, 'f', 3);
     command({"seek", to.constData(), "absolute+exact"});
 }
@@ -273,7 +317,7 @@ void MpvPlayer::setCurrentPosition(double seconds) {
 double MpvPlayer::Duration() const {
     if (!m_mpv || !m_open) return 0;
     double d = 0;
-    if (mpv_get_property(m_mpv, "duration", MPV_FORMAT_DOUBLE, &d) < 0) return 0;
+    if (m_api->get_property(m_mpv, "duration", MPV_FORMAT_DOUBLE, &d) < 0) return 0;
     return d;
 }
 
@@ -287,6 +331,7 @@ std::pair<double, double> MpvPlayer::balanceGains(int hundredthsDb) {
 void MpvPlayer::setVolume(int hundredthsDb) {
     m_volume = hundredthsDb;
     if (!m_mpv) return;
+    m_chainChanged = m_chainChanged || m_fresh;
     // The engine's own volume acts at once but steps in 1/256 on 16-bit output, fine only down
     // to about 30 dB; a labelled floating-point filter takes what lies below that.
     constexpr int kCoarseFloor = -3000;
@@ -295,7 +340,7 @@ void MpvPlayer::setVolume(int hundredthsDb) {
                                                  : std::pow(10.0, hundredthsDb / 2000.0);
     const int coarse = qMax(hundredthsDb, kCoarseFloor);
     double v = coarse >= 0 ? 100.0 : 100.0 * std::cbrt(std::pow(10.0, coarse / 2000.0));
-    mpv_set_property(m_mpv, "volume", MPV_FORMAT_DOUBLE, &v);
+    m_api->set_property(m_mpv, "volume", MPV_FORMAT_DOUBLE, &v);
     const double fine =
         hundredthsDb < kCoarseFloor ? gain / std::pow(10.0, kCoarseFloor / 2000.0) : 1.0;
     if (fine == 1.0 && !m_fineVolume) return;
@@ -309,6 +354,7 @@ void MpvPlayer::setBalance(int hundredthsDb) {
     const bool had = m_balance != 0;
     m_balance = hundredthsDb;
     if (!m_mpv || (!had && hundredthsDb == 0)) return;
+    m_chainChanged = m_chainChanged || m_fresh;
     const auto [left, right] = balanceGains(hundredthsDb);
     // The labelled filter is replaced in place, so moving the balance leaves no gap.
     const QByteArray chain = QByteArray("@bal:lavfi=[pan=stereo|c0=") +

@@ -6,9 +6,10 @@
 
 struct mpv_handle;
 struct mpv_event;
+struct MpvApi;
 
-// Options every engine of ours starts with: no user configuration, no terminal, none of mpv's own
-// scripts, window or keys. Set before mpv_initialize.
+// Options every engine of ours starts with (libmpv opened): no user configuration, no terminal,
+// none of mpv's own scripts, window or keys. Set before mpv_initialize.
 void mpv_SetPrivateOptions(mpv_handle* mpv);
 
 // The media control on libmpv. Outputs come from the environment: VELDOR_AO (with VELDOR_AO_FILE
@@ -20,11 +21,15 @@ void mpv_SetPrivateOptions(mpv_handle* mpv);
 class MpvPlayer : public wmpPlayer {
     Q_OBJECT
 public:
-    explicit MpvPlayer(quintptr windowId = 0, QObject* parent = nullptr);
+    // `glOnDisplay`: whether the display offers GL; without it the picture goes straight to the
+    // plain X11 output, never through the GL one.
+    explicit MpvPlayer(quintptr windowId = 0, QObject* parent = nullptr, bool glOnDisplay = true);
     ~MpvPlayer() override;
 
-    // False when libmpv could not be started; every member is then a harmless no-op.
-    bool isValid() const { return m_mpv != nullptr; }
+    // Starts the engine unless it runs; the first file loaded starts it too. False when libmpv
+    // could not be started; every member is then a harmless no-op.
+    bool startEngine();
+    bool isValid() { return startEngine(); }
 
     QString FileName() const override { return m_file; }
     void setFileName(const QString& name) override;
@@ -39,6 +44,10 @@ public:
     void setVolume(int hundredthsDb) override;
     int Balance() const override { return m_balance; }
     void setBalance(int hundredthsDb) override;
+
+    // The engine's video outputs, in the order tried: VELDOR_VO when set (`configured`), else GL
+    // first where the display has it, then plain X11; nothing without a window.
+    static QByteArray videoOutputs(const QByteArray& configured, bool embedded, bool glOnDisplay);
 
     // Gains of the left and right channel for a balance in 1/100 dB.
     static std::pair<double, double> balanceGains(int hundredthsDb);
@@ -55,10 +64,16 @@ private:
     void load(const QString& path);
     // Blocks until the file last loaded is open or has failed, at most `ms`.
     void waitForLoad(int ms);
+    // Unpauses a file loaded and asked to play, once the caller's volume and balance are set.
+    void startLoaded();
     void command(std::initializer_list<const char*> args);
     void setFlag(const char* name, bool on);
 
+    const MpvApi* m_api = nullptr;
     mpv_handle* m_mpv = nullptr;
+    quintptr m_windowId = 0;
+    bool m_glOnDisplay = true;
+    bool m_failed = false; // tried once and could not start
     std::atomic_bool m_wakeQueued{false};
     QString m_file;
     int m_state = Stopped;
@@ -70,6 +85,12 @@ private:
     double m_pendingSeek = -1;
     // Where a paused medium stands: the engine reports it less its output's latency.
     double m_held = -1;
+    // Loaded and not yet heard: a Play waits for the event loop, so that what the caller sets
+    // right after it reaches the first sample.
+    bool m_fresh = false;
+    bool m_startPending = false;
+    bool m_chainChanged = false; // volume or balance set since the load
+    double m_startAt = 0;
     int m_volume = 0;
     bool m_fineVolume = false;
     int m_balance = 0;

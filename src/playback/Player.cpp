@@ -4,14 +4,14 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "core/SliderModel.h"
+#include "core/modControls.h"
 #include "core/modFiles.h"
 #include "core/wmpPlayer.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 #include <cmath>
 
@@ -32,6 +32,7 @@ void failed() {
 
 // Continues the paused song where it was held, whatever row is selected now.
 void resume(MainContext& ctx) {
+    ctx.call(ctx.player_Starting);
     wmpPlayer& p = ctx.player();
     p.setFileName(ctx.PausedFilename);
     p.Play();
@@ -137,6 +138,7 @@ void player_Play(MainContext& ctx, int mode) {
     ctx.PlayingDetails = {list.text(row - 1, Artist), list.text(row - 1, Title), filename};
 
     // 8.
+    ctx.call(ctx.player_Starting);
     player.Play();
     listview_SelectItem(list, ctx.PlayingRowIndex);
     playlist_UpdatePlaylist(ctx, ctx.PlayingRowIndex);
@@ -144,9 +146,16 @@ void player_Play(MainContext& ctx, int mode) {
     // 9. A volume stored for this file.
     if (ctx.volumes_ApplyStored) ctx.volumes_ApplyStored(player.FileName().toLower());
 
-    // 10.
-    if (list.text(row - 1, Status) == QLatin1String("Remove"))
+    // 10. The row has just started, so it goes whatever the last tick of the position timer
+    // saw; the advance then goes on with the row that took its place.
+    if (list.text(row - 1, Status) == QLatin1String("Remove")) {
+        const int before = list.count();
+        const int state = ctx.TransportState;
+        ctx.TransportState = 1;
         ctx.commands().run(QStringLiteral("mnuRemoveSelected"));
+        ctx.TransportState = state;
+        if (list.count() < before && ctx.PlayingRowIndex == row) ctx.PlayingRowIndex = row - 1;
+    }
 
     // 11.
     if (checked(ctx, "mnuTagsShowTagsAsFilesArePlayed"))

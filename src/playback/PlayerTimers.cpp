@@ -35,7 +35,9 @@ void enable(MainContext& ctx, const char* name, bool on) {
 // "{no}.  {artist} - {title}" parts of the playing row.
 QString songText(MainContext& ctx, const QString& gap) {
     const int row = ctx.PlayingRowIndex;
-    const QString number = row >= 1 && row <= ctx.lstvPlaylist().count()
+    const QString number = row >= 1 && row <= ctx.lstvPlaylist().count() &&
+                                   ctx.lstvPlaylist().text(row - 1, PlaylistColumn::Filename) ==
+                                       ctx.PlayingDetails.Filename
                                ? ctx.lstvPlaylist().text(row - 1, PlaylistColumn::Number)
                                : QString();
     return number + QLatin1Char('.') + gap + ctx.PlayingDetails.Artist + QStringLiteral(" - ") +

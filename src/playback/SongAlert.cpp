@@ -1,11 +1,11 @@
 #include "playback/SongAlert.h"
 
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/FrmPlaying.h"
 #include "playback/Lyrics.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 
 #include <QCoreApplication>
@@ -45,8 +45,10 @@ void player_ShowPlaying(MainContext& ctx) {
     a->clicked = [p] { p->commands().run(QStringLiteral("mnuOpen")); };
     ListModel& list = ctx.lstvPlaylist();
     const int row = ctx.PlayingRowIndex - 1;
-    QString artist, title;
-    if (row >= 0 && row < list.count()) {
+    // A "Remove" row is gone by now: the song's own details then.
+    QString artist = ctx.PlayingDetails.Artist, title = ctx.PlayingDetails.Title;
+    if (row >= 0 && row < list.count() &&
+        list.text(row, PlaylistColumn::Filename) == ctx.PlayingDetails.Filename) {
         artist = list.text(row, PlaylistColumn::Artist);
         title = list.text(row, PlaylistColumn::Title);
     }

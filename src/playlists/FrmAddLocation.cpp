@@ -149,7 +149,8 @@ void FrmAddLocation::cmdAdd_Click() {
         if (self) self->cmbLocation->setFocus();
     };
     if (LocationTarget != 0) {
-        // The Media Library takes the folders itself once it stands.
+        // The Media Library walks the folders itself.
+        if (m_ctx.mediaLibrary_AddLocation) m_ctx.mediaLibrary_AddLocation(location);
         done();
         return;
     }

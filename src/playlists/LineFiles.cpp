@@ -1,5 +1,6 @@
 #include "playlists/LineFiles.h"
 
+#include "core/TextLines.h"
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
 
@@ -21,9 +22,19 @@ QByteArray readAll(const QString& path) {
 bool append(const QString& path, const QString& line) {
     QDir().mkpath(QFileInfo(path).path());
     QByteArray bytes = readAll(path);
-    if (!bytes.isEmpty() && !bytes.endsWith('\n') && !bytes.endsWith('\r')) bytes += "\r\n";
-    bytes += line.toUtf8() + "\r\n";
-    return modFiles::file_WriteAtomic(path, bytes);
+    // A file with only a byte-order mark has no line to end.
+    const bool bomOnly = bytes == "\xEF\xBB\xBF";
+    if (!bytes.isEmpty() && !bomOnly && !bytes.endsWith('\n') && !bytes.endsWith('\r'))
+        bytes += "\r\n";
+    // The new line is written in the file's own encoding, so that both read back alike; a line
+    // that encoding cannot hold turns the whole file into UTF-8.
+    const QByteArray added = TextLines::encodeLike(bytes, line + QStringLiteral("\r\n"));
+    if (added.isNull()) {
+        QString text = TextLines::decode(bytes);
+        text += line + QStringLiteral("\r\n");
+        return modFiles::file_WriteAtomic(path, text.toUtf8());
+    }
+    return modFiles::file_WriteAtomic(path, bytes + added);
 }
 
 QStringList readValues(const QString& path) {
@@ -40,19 +51,7 @@ QStringList readValues(const QString& path) {
 }
 
 QStringList readLines(const QString& path) {
-    const QString text = QString::fromUtf8(readAll(path));
-    QStringList lines;
-    qsizetype start = 0;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const QChar c = text.at(i);
-        if (c != QLatin1Char('\n') && c != QLatin1Char('\r')) continue;
-        lines.append(text.mid(start, i - start));
-        if (c == QLatin1Char('\r') && i + 1 < text.size() && text.at(i + 1) == QLatin1Char('\n'))
-            ++i;
-        start = i + 1;
-    }
-    if (start < text.size()) lines.append(text.mid(start));
-    return lines;
+    return TextLines::lines(TextLines::decode(readAll(path)));
 }
 
 bool writeLines(const QString& path, const QStringList& lines) {

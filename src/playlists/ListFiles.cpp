@@ -1,96 +1,26 @@
 #include "playlists/ListFiles.h"
 
 #include "core/App.h"
+#include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
-#include "core/MainContext.h"
-#include "core/modFiles.h"
 #include "core/ListModel.h"
+#include "core/MainContext.h"
+#include "core/TextLines.h"
 #include "core/modControls.h"
+#include "core/modDirectorys.h"
+#include "core/modFiles.h"
 
+#include <QDir>
 #include <QFile>
-#include <QStringDecoder>
+#include <QFileInfo>
+#include <QSet>
 
 namespace ListFiles {
 namespace {
 
-inline bool isBlank(char16_t c) {
-    return c == u' ' || c == u'\t';
-}
-inline bool isLineEnd(char16_t c) {
-    return c == u'\r' || c == u'\n';
-}
-
-// The value reader: blanks before a value are skipped; a quoted value runs to the next quote,
-// any other value to the next comma or line end. The separator behind a value goes with it, so
-// hand-made rows of comma-separated values load too. Text behind a closing quote that is not a
-// separator starts the next value: a quote inside a tag splits that tag in two.
-class Reader {
-public:
-    Reader(const char16_t* begin, const char16_t* end) : m_p(begin), m_end(end) {}
-
-    // Nothing but blanks and line ends is left.
-    bool atEnd() const {
-        for (const char16_t* q = m_p; q < m_end; ++q)
-            if (!isBlank(*q) && !isLineEnd(*q)) return false;
-        return true;
-    }
-
-    // False when no value is left or a quoted value is never closed.
-    bool next(QString& value) {
-        while (m_p < m_end && isBlank(*m_p))
-            ++m_p;
-        if (m_p >= m_end) return false;
-        if (*m_p == u'"') {
-            const char16_t* start = ++m_p;
-            while (m_p < m_end && *m_p != u'"')
-                ++m_p;
-            if (m_p >= m_end) return false; // cut off inside a value
-            value = make(start, m_p);
-            ++m_p;
-            const char16_t* q = m_p;
-            while (q < m_end && isBlank(*q))
-                ++q;
-            if (q >= m_end)
-                m_p = q;
-            else if (*q == u',')
-                m_p = q + 1;
-            else if (isLineEnd(*q))
-                m_p = skipLineEnd(q);
-            return true;
-        }
-        const char16_t* start = m_p;
-        while (m_p < m_end && *m_p != u',' && !isLineEnd(*m_p))
-            ++m_p;
-        const char16_t* stop = m_p;
-        while (stop > start && isBlank(stop[-1]))
-            --stop;
-        value = make(start, stop);
-        if (m_p < m_end) m_p = *m_p == u',' ? m_p + 1 : skipLineEnd(m_p);
-        return true;
-    }
-
-private:
-    static QString make(const char16_t* a, const char16_t* b) {
-        return QString(reinterpret_cast<const QChar*>(a), qsizetype(b - a));
-    }
-    const char16_t* skipLineEnd(const char16_t* q) const {
-        if (*q == u'\r' && q + 1 < m_end && q[1] == u'\n') return q + 2;
-        return q + 1;
-    }
-
-    const char16_t* m_p;
-    const char16_t* m_end;
-};
-
-// Lists are written as UTF-8; a file from an older installation may still be in a single-byte
-// code page, which Latin-1 keeps readable instead of turning accents into replacement marks.
-QString toText(const QByteArray& bytes) {
-    QByteArrayView view(bytes);
-    if (view.startsWith("\xEF\xBB\xBF")) view = view.sliced(3);
-    QStringDecoder utf8(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    QString text = utf8.decode(view);
-    if (utf8.hasError()) text = QString::fromLatin1(view);
-    return text;
+QSet<QString>& toldDamaged() {
+    static QSet<QString> told;
+    return told;
 }
 
 void appendValue(QString& out, const QString& value) {
@@ -123,18 +53,25 @@ QByteArray encodeRow(const QStringList& cells) {
     return out.toUtf8();
 }
 
-bool decode(const QByteArray& bytes, int columns, std::vector<QStringList>& rows) {
+bool decode(const QByteArray& bytes, int columns, std::vector<QStringList>& rows, int* badLine) {
     if (columns <= 0) return true;
-    const QString text = toText(bytes);
-    const auto* begin = reinterpret_cast<const char16_t*>(text.constData());
-    Reader reader(begin, begin + text.size());
+    const QString text = TextLines::decode(bytes);
+    TextLines::ValueReader reader(text);
     rows.reserve(size_t(bytes.count('\n') / columns + 1));
     while (!reader.atEnd()) {
         QStringList row;
         row.reserve(columns);
         QString value;
+        qsizetype rowStart = reader.position();
         for (int c = 0; c < columns; ++c) {
-            if (!reader.next(value)) return false;
+            if (!reader.next(value)) {
+                // The row starts after the line ends that close the row before it.
+                while (rowStart < text.size() && (text.at(rowStart) == QLatin1Char('\r') ||
+                                                  text.at(rowStart) == QLatin1Char('\n')))
+                    ++rowStart;
+                if (badLine) *badLine = reader.lineAt(rowStart);
+                return false;
+            }
             row.append(std::move(value));
         }
         rows.push_back(std::move(row));
@@ -142,21 +79,51 @@ bool decode(const QByteArray& bytes, int columns, std::vector<QStringList>& rows
     return true;
 }
 
+void ensureFolder(const QString& path) {
+    const QString folder = QFileInfo(path).absolutePath();
+    if (modDirectorys::directory_Exists(folder)) return;
+    modDirectorys::directory_Create(folder);
+    if (!modDirectorys::directory_Exists(folder)) QDir().mkpath(folder);
+    window_WriteLog(folder + QStringLiteral(" was missing and has been created again."));
+}
+
+QString setAside(const QString& path) {
+    QString name = path + QStringLiteral(".damaged");
+    for (int n = 2; QFileInfo::exists(name) && n < 1000; ++n)
+        name = path + QStringLiteral(".damaged-%1").arg(n);
+    return modFiles::file_Rename(path, name) ? name : QString();
+}
+
+void reportDamaged(const QString& path, const QString& aside, int rowsKept, int badLine) {
+    const QString where = badLine > 0
+                              ? QStringLiteral("row %1 (line %2)").arg(rowsKept + 1).arg(badLine)
+                              : QStringLiteral("row %1").arg(rowsKept + 1);
+    const QString kept =
+        aside.isEmpty() ? QStringLiteral("The file could not be moved aside and stays as it is.")
+                        : QStringLiteral("The file was moved aside as %1.").arg(aside);
+    window_WriteLog(path + QStringLiteral(" could not be read from ") + where +
+                    QStringLiteral(" on; the %1 rows before it were kept. ").arg(rowsKept) + kept);
+    const QString key = QFileInfo(path).absoluteFilePath();
+    if (toldDamaged().contains(key)) return;
+    toldDamaged().insert(key);
+    Dialogs::msgBox(QStringLiteral("An error occured while trying to open the list:\n") + path +
+                        QStringLiteral("\n\nIt could not be read from ") + where +
+                        QStringLiteral(" on. The %1 rows before it were kept.\n").arg(rowsKept) +
+                        kept + QLatin1Char('\n'),
+                    Dialogs::vbExclamation, QStringLiteral("Error Loading List"));
+}
+
 } // namespace ListFiles
 
 bool listview_SaveToFile(const ListModel& list, const QString& path) {
+    ListFiles::ensureFolder(path);
     return modFiles::file_WriteAtomic(path, ListFiles::encode(list));
 }
 
 bool listview_LoadFromFile(ListModel& list, const QString& path) {
     QFile file(path);
     std::vector<QStringList> rows;
-    bool ok = file.open(QIODevice::ReadOnly);
-    if (ok) {
-        const QByteArray bytes = file.readAll();
-        ok = file.error() == QFileDevice::NoError && ListFiles::decode(bytes, list.columns(), rows);
-    }
-    if (!ok) {
+    if (!file.open(QIODevice::ReadOnly)) {
         Dialogs::msgBox(QStringLiteral("An error occured while trying to open the list:\n") + path +
                             QStringLiteral("\n\nThis list will not be opened and this function "
                                            "closed.\n"),
@@ -164,8 +131,19 @@ bool listview_LoadFromFile(ListModel& list, const QString& path) {
         listview_Clear(list);
         return false;
     }
+    const QByteArray bytes = file.readAll();
+    const bool readWhole = file.error() == QFileDevice::NoError;
+    file.close();
+    int badLine = 0;
+    const bool ok = ListFiles::decode(bytes, list.columns(), rows, &badLine) && readWhole;
+    const int kept = int(rows.size());
     list.appendRows(std::move(rows));
-    return true;
+    if (!ok) {
+        // Aside first: whatever saves this list next must not land on the only copy.
+        const QString aside = ListFiles::setAside(path);
+        ListFiles::reportDamaged(path, aside, kept, badLine);
+    }
+    return ok;
 }
 
 QString playlist_DefaultPath() {

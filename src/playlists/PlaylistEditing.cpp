@@ -4,13 +4,13 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "core/modControls.h"
 #include "core/modFiles.h"
 #include "core/wmpPlayer.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 #include <QAction>
 #include <functional>
@@ -313,8 +313,11 @@ void PlaylistEditing_install(MainContext& ctx) {
         {"mnuRefresh", mnuRefresh_Click},
     };
     Commands& cmd = ctx.commands();
-    for (const auto& [name, handler] : handlers)
-        cmd.setHandler(QLatin1String(name), [&ctx, handler] { handler(ctx); });
+    for (const auto& entry : handlers) {
+        // Not a structured binding: clang 14 refuses to capture one.
+        const auto handler = entry.second;
+        cmd.setHandler(QLatin1String(entry.first), [&ctx, handler] { handler(ctx); });
+    }
     for (const char* name : {"mnuSortByArtist", "mnuSortByTitle", "mnuSortByYear",
                              "mnuSortByLength", "mnuSortByFilename", "mnuSortViaAcending",
                              "mnuSortViaDecending", "mnuDontSort", "mnuCut", "mnuLockPlaylist"})

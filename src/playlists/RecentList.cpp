@@ -5,6 +5,7 @@
 #include "playlists/MenuArray.h"
 
 #include <QStringList>
+#include <limits>
 
 namespace {
 
@@ -29,10 +30,9 @@ void RecentList::setLimit(int limit) {
 }
 
 void RecentList::loadLimit() {
-    bool ok = false;
-    const double n =
-        settings_Number(QStringLiteral("Settings"), m_limitKey, QStringLiteral("30"), &ok);
-    setLimit(ok ? int(n) : 30);
+    // Beyond what an int holds is nonsense; within it, setLimit keeps the list in bounds.
+    setLimit(settings_Int(QStringLiteral("Settings"), m_limitKey, QStringLiteral("30"),
+                          std::numeric_limits<int>::min(), std::numeric_limits<int>::max(), 30));
 }
 
 QString RecentList::key(int i) const {

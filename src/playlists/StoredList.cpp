@@ -1,57 +1,53 @@
 #include "playlists/StoredList.h"
 
+#include "core/ListModel.h"
+#include "core/TextLines.h"
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
-#include "core/ListModel.h"
 
 #include <QFile>
 #include <QFileInfo>
-#include <QStringDecoder>
 #include <optional>
 
 namespace StoredList {
 namespace {
 
-// The first of "<path>.damaged", "<path>.damaged-2", ... that does not exist yet: an older
-// damaged copy is never replaced.
-QString asideName(const QString& path) {
-    QString name = path + QStringLiteral(".damaged");
-    for (int n = 2; QFileInfo::exists(name) && n < 1000; ++n)
-        name = path + QStringLiteral(".damaged-%1").arg(n);
-    return name;
-}
-
-QString toText(const QByteArray& bytes) {
-    QByteArrayView view(bytes);
-    if (view.startsWith("\xEF\xBB\xBF")) view = view.sliced(3);
-    QStringDecoder utf8(QStringConverter::Utf8, QStringConverter::Flag::Stateless);
-    QString text = utf8.decode(view);
-    return utf8.hasError() ? QString::fromLatin1(view) : text;
-}
-
 // The file as this program writes it: every line one value between quotes, taken from the
 // first quote to the last, so that a quote inside a title survives the round trip. Nullopt when
-// some line is not written that way (a hand-made file, a value broken over lines): the general
-// reader takes it then.
+// the file is not written that way (a line without its quotes, or every line a hand-made row
+// of several values): the general reader takes it then. `badLine` is the line where a row breaks
+// off.
 std::optional<bool> decodeLines(const QByteArray& bytes, int columns,
-                                std::vector<QStringList>& rows) {
-    const QString text = toText(bytes);
-    QStringList row;
-    std::vector<QStringList> out;
-    out.reserve(size_t(bytes.count('\n') / qMax(1, columns) + 1));
+                                std::vector<QStringList>& rows, int& badLine) {
+    const QString text = TextLines::decode(bytes);
+    QList<QStringView> values;
+    QList<int> lineNumbers;
+    bool everyLineHasSeveral = true;
+    int lineNumber = 0;
     for (QStringView line : QStringView(text).split(u'\n')) {
+        ++lineNumber;
         line = line.trimmed();
         if (line.isEmpty()) continue;
         if (line.size() < 2 || line.front() != u'"' || line.back() != u'"') return std::nullopt;
-        // "a","b" on one line is a hand-made row of several values.
-        if (line.sliced(1, line.size() - 2).contains(u"\",")) return std::nullopt;
-        row.append(line.sliced(1, line.size() - 2).toString());
+        const QStringView inner = line.sliced(1, line.size() - 2);
+        everyLineHasSeveral = everyLineHasSeveral && inner.contains(u"\",\"");
+        values.append(inner);
+        lineNumbers.append(lineNumber);
+    }
+    if (values.isEmpty()) return true;
+    if (everyLineHasSeveral) return std::nullopt;
+    std::vector<QStringList> out;
+    out.reserve(size_t(values.size() / qMax(1, columns) + 1));
+    QStringList row;
+    for (const QStringView v : values) {
+        row.append(v.toString());
         if (row.size() == columns) {
             out.push_back(std::move(row));
             row = QStringList();
         }
     }
     rows = std::move(out);
+    if (!row.isEmpty()) badLine = lineNumbers.at(int(rows.size()) * columns);
     return row.isEmpty(); // false: the file ends inside a row
 }
 
@@ -61,20 +57,26 @@ bool load(ListModel& list, const QString& path) {
     QFile file(path);
     if (!QFileInfo(path).isFile()) return false;
     std::vector<QStringList> rows;
+    int badLine = 0;
     bool ok = file.open(QIODevice::ReadOnly);
     if (ok) {
         const QByteArray bytes = file.readAll();
         ok = file.error() == QFileDevice::NoError;
         file.close();
         // The rows before the damage stay even when the text breaks off.
-        const std::optional<bool> lines = decodeLines(bytes, list.columns(), rows);
+        const std::optional<bool> lines = decodeLines(bytes, list.columns(), rows, badLine);
         if (lines)
             ok = *lines && ok;
         else
-            ok = ListFiles::decode(bytes, list.columns(), rows) && ok;
+            ok = ListFiles::decode(bytes, list.columns(), rows, &badLine) && ok;
     }
+    const int kept = int(rows.size());
     list.appendRows(std::move(rows));
-    if (!ok) QFile::rename(path, asideName(path));
+    if (!ok) {
+        // Aside before anything can save over the only copy, and the user hears of it.
+        const QString aside = ListFiles::setAside(path);
+        ListFiles::reportDamaged(path, aside, kept, badLine);
+    }
     return ok;
 }
 

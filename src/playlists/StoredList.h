@@ -8,8 +8,9 @@ class ListModel;
 namespace StoredList {
 
 // Appends the rows of `path` to `list`. A damaged or unreadable file keeps the rows read before
-// the damage, says nothing, and is moved aside (to "<path>.damaged") so that the next save cannot
-// overwrite what could not be read. False when the file was not read whole.
+// the damage, is told in the log (and once on screen), and is moved aside (to "<path>.damaged") so
+// that the next save cannot overwrite what could not be read. False when the file was not read
+// whole.
 bool load(ListModel& list, const QString& path);
 
 // Replaces `path` with the rows of `list` in one step, or removes it when the list is empty. A

@@ -4,6 +4,7 @@
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
+#include "core/Settings.h"
 #include "core/modFiles.h"
 #include "playlists/ListFiles.h"
 #include "core/ListModel.h"
@@ -37,6 +38,27 @@ void recent_AddPlaylist(const QString& path, QObject& window) {
 }
 void recent_UpdatePlaylistMenu(QObject& window) {
     recent_Playlists().updateMenu(window);
+}
+
+void recent_RenamePlaylist(const QString& oldPath, const QString& newPath, QObject& window) {
+    RecentList& recent = recent_Playlists();
+    bool changed = false;
+    for (int key = 1; key <= recent.limit(); ++key) {
+        const QString value = recent.value(key);
+        if (value.isEmpty()) break;
+        if (value.toLower() != oldPath.toLower()) continue;
+        settings_Write(QStringLiteral("RecentPlaylists"), QStringLiteral("Filename%1").arg(key),
+                       newPath);
+        changed = true;
+    }
+    if (changed) recent.updateMenu(window);
+}
+
+void recent_ForgetPlaylist(const QString& path, QObject& window) {
+    RecentList& recent = recent_Playlists();
+    // From the last key down, so that closing a gap never skips an entry.
+    for (int key = recent.count(); key >= 1; --key)
+        if (recent.value(key).toLower() == path.toLower()) recent.remove(key, window);
 }
 
 void mnuRecentPlaylist_Click(MainContext& ctx, int index) {

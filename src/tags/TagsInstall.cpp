@@ -12,6 +12,7 @@
 #include "tags/FrmMoveToFolder.h"
 #include "tags/FrmRename.h"
 #include "tags/TagFile.h"
+#include "tags/TagShift.h"
 #include "tags/clsID3v1.h"
 #include "tags/clsID3v2.h"
 #include "tags/modMedia.h"
@@ -100,6 +101,8 @@ void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
 }
 
 void Tags_install(MainContext& ctx) {
+    // Tag writes a kill cut short in an earlier run are rolled back or cleared away.
+    TagShift::recoverAll();
     playlist_SetTagReader(std::make_shared<ID3TagReader>());
     // The queue matches albums from the chosen tag and genres from ID3v1 only.
     AdvancedQueue::setTagReader(

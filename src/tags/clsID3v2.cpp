@@ -4,6 +4,7 @@
 #include "tags/TagShift.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <cerrno>
 #include <cstring>
 
@@ -347,6 +348,8 @@ bool clsID3v2::Save() {
     const qint64 T = buf.size();
     const qint64 newSize = (T / 2048 + 1) * 2048;
 
+    // What an interrupted write left in this folder is dealt with before anything is read.
+    TagShift::recoverFolder(QFileInfo(m_filename).absolutePath());
     TagFile file;
     if (!file.open(m_filename, true)) {
         const int err = errno;
@@ -363,23 +366,23 @@ bool clsID3v2::Save() {
             fail(EIO, QStringLiteral("The tag's size could not be read"));
             return false;
         }
-        qint64 oldSize = readBE32(sizeBytes);
+        const qint64 oldSize = readBE32(sizeBytes);
         if (oldSize < 0) {
             // Shifting by more than the size itself can say is refused rather than guessed.
             fail(EOVERFLOW, QStringLiteral("The tag's size is out of range"));
             return false;
         }
-        oldSize = realTagExtent(file, pos - 4, sizeBytes, oldSize);
-        if (T < oldSize) {
-            putBE32(buf, 6, oldSize);
-            if (!file.writeAt(pos - 4, buf.constData(), T)) {
-                const int err = errno;
-                fail(err, QString::fromLocal8Bit(std::strerror(err)));
-                return false;
-            }
-            return true;
+        // The guard for a foreign tag only decides whether the new one fits in place; the size
+        // bytes on disk stay exactly as they were.
+        const qint64 extent = realTagExtent(file, pos - 4, sizeBytes, oldSize);
+        if (T < extent) {
+            std::memcpy(buf.data() + 6, sizeBytes, 4);
+            file.close();
+            const TagShift::Result r = TagShift::writeInPlace(m_filename, pos - 4, buf);
+            if (!r.ok) fail(r.error, r.description);
+            return r.ok;
         }
-        shiftBy = newSize - oldSize;
+        shiftBy = newSize - extent;
     }
     putBE32(buf, 6, newSize);
     file.close();

@@ -2,7 +2,9 @@
 
 #include "tags/TagFile.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <optional>
 
 namespace {
@@ -71,7 +73,41 @@ inline std::array<uint8_t, 2> shiftNibble(uint8_t c1, uint8_t c2, uint8_t c3) {
     return {uint8_t((c1 & 15) * 16 + (c2 & 240) / 16), uint8_t((c2 & 15) * 16 + (c3 & 240) / 16)};
 }
 
+// The test of one place `i` of the walk.
+inline std::optional<std::array<uint8_t, 2>> syncAt(const uint8_t* buf, int i) {
+    const uint8_t a = buf[i], b = buf[i + 1];
+    if (a == 255 && (b & 0xF0) == 0xF0) return shiftNibble(buf[i + 1], buf[i + 2], buf[i + 3]);
+    const auto shifted = shiftNibble(a, b, buf[i + 2]);
+    if (shifted[0] == 255 && (shifted[1] & 0xF0) == 0xF0)
+        return std::array<uint8_t, 2>{buf[i + 2], buf[i + 3]};
+    return std::nullopt;
+}
+
+constexpr int kLastPlace = int(TagFile::HeadSize) - 2; // 0-based; the walk's 4095th place
+
 } // namespace
+
+std::optional<std::array<uint8_t, 2>> media_FindHeaderWalk(const uint8_t* head) {
+    for (int i = 0; i <= kLastPlace; ++i)
+        if (const auto pair = syncAt(head, i)) return pair;
+    return std::nullopt;
+}
+
+std::optional<std::array<uint8_t, 2>> media_FindHeader(const uint8_t* head) {
+    // Both kinds of sync need a 255 at `i` or at `i + 1`: only the places around each one can
+    // match, and they are tried in the walk's order.
+    int next = 0; // the first place not tried yet
+    while (next <= kLastPlace) {
+        const auto* ff = static_cast<const uint8_t*>(
+            std::memchr(head + next, 0xFF, size_t(kLastPlace + 1 - next + 1)));
+        if (!ff) return std::nullopt;
+        const int j = int(ff - head);
+        for (int i = std::max(next, j - 1); i <= std::min(j, kLastPlace); ++i)
+            if (const auto pair = syncAt(head, i)) return pair;
+        next = j + 1;
+    }
+    return std::nullopt;
+}
 
 MP3InfoState& media_MP3State() {
     static MP3InfoState state;
@@ -121,22 +157,10 @@ void media_ReadMP3Info(TagFile& file, bool opened) {
     bool found = false;
     uint8_t h1 = 0, h2 = 0;
     if (haveBuffer) {
-        // Both kinds of sync need the byte after `i` to start with four set bits: only those
-        // places are looked at closely.
-        for (int i = 0; i < TagFile::HeadSize - 1 && !found; ++i) {
-            const uint8_t a = buf[i], b = buf[i + 1];
-            if ((b & 0xF0) != 0xF0) continue;
-            if (a == 255) {
-                const auto pair = shiftNibble(buf[i + 1], buf[i + 2], buf[i + 3]);
-                h1 = pair[0];
-                h2 = pair[1];
-                found = true;
-            } else if (shiftNibble(a, b, buf[i + 2])[0] == 255) {
-                // The second shifted byte's top bits are b's low ones, set whenever the first is.
-                h1 = buf[i + 2];
-                h2 = buf[i + 3];
-                found = true;
-            }
+        if (const auto pair = media_FindHeader(buf)) {
+            h1 = (*pair)[0];
+            h2 = (*pair)[1];
+            found = true;
         }
     }
 

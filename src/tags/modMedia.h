@@ -2,6 +2,7 @@
 #include <QString>
 #include <array>
 #include <cstdint>
+#include <optional>
 
 class TagFile;
 
@@ -35,6 +36,14 @@ void media_ReadMP3Info(const QString& filename);
 void media_ReadMP3Info(TagFile& file, bool opened);
 void media_InitBitrateTable();
 std::array<uint8_t, 2> media_ShiftNibble(uint8_t c1, uint8_t c2, uint8_t c3);
+
+// The header pair the search finds in the first 4096 bytes of a file (`head` holds them and
+// three zero bytes behind). The walk as the rule tells it, byte by byte: at each place a sync on
+// the byte boundary (255, then four set bits), else one on the half-byte boundary (twelve set
+// bits from the low half of the byte on).
+std::optional<std::array<uint8_t, 2>> media_FindHeaderWalk(const uint8_t* head);
+// The same answer, looking only where a 255 byte makes a sync possible.
+std::optional<std::array<uint8_t, 2>> media_FindHeader(const uint8_t* head);
 
 // "mm:ss", minutes unbounded: 3725 gives "62:05".
 QString media_FormatSeconds(qint32 seconds);

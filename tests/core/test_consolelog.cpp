@@ -16,6 +16,7 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 namespace {
 
@@ -264,4 +265,41 @@ TEST_F(Console, WindowMirrorsTheLogAndForwardsItsButtons) {
     window.cmdClear->click();
     EXPECT_EQ(log.text(), "");
     EXPECT_EQ(window.txtData->toPlainText(), "");
+}
+
+TEST_F(Console, RememberedLogGrowsInPlaceWithTheBytesOfAWholeRewrite) {
+    remember(true);
+    log.form_Load();
+    ASSERT_TRUE(log.write("first"));
+    // A second name for the file: it sees the new lines only if they land in the same file.
+    const QString seen = home.file("seen.log");
+    ASSERT_EQ(
+        ::link(QFile::encodeName(consoleLog()).constData(), QFile::encodeName(seen).constData()),
+        0);
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_TRUE(log.write(QString("line %1 é").arg(i)));
+        ASSERT_EQ(TempHome::readFile(consoleLog()), (log.text() + "\r\n").toUtf8()) << i;
+    }
+    // Appended to the same file, not a new copy for every line.
+    EXPECT_EQ(TempHome::readFile(seen), TempHome::readFile(consoleLog()));
+
+    // Another hand changed the file: the next line writes the whole text again.
+    TempHome::writeFile(consoleLog(), "someone else\r\n");
+    ASSERT_TRUE(log.write("after"));
+    EXPECT_EQ(TempHome::readFile(consoleLog()), (log.text() + "\r\n").toUtf8());
+    log.setText("replaced\r\n");
+    ASSERT_TRUE(log.write("next"));
+    EXPECT_EQ(TempHome::readFile(consoleLog()), QByteArray("replaced\r\nnext\r\n\r\n"));
+}
+
+TEST_F(Console, ALineAKillCutShortIsDroppedAtTheNextLoad) {
+    remember(true);
+    TempHome::writeFile(consoleLog(), "one\r\ntwo\r\n\r\nthree is ha");
+    log.form_Load(false);
+    EXPECT_EQ(log.text(), "one\r\ntwo\r\n\r\n");
+    // A hand-made file with LF endings keeps its last line.
+    TempHome::writeFile(consoleLog(), "one\ntwo");
+    ConsoleLog other;
+    other.form_Load(false);
+    EXPECT_EQ(other.text(), "one\r\ntwo\r\n");
 }

@@ -123,7 +123,8 @@ TEST(ModFilesText, ContainsEntryReadsValuesLikeAListFile) {
     EXPECT_TRUE(file_ContainsEntry(list, "/music/y"));
     EXPECT_FALSE(file_ContainsEntry(list, "/music/x,/music/y")); // a comma splits a plain value
     EXPECT_TRUE(file_ContainsEntry(list, "/music/quoted, comma.mp3"));
-    EXPECT_FALSE(file_ContainsEntry(list, "junk behind"));
+    // Text behind a closing quote is the next value, for this reader as for the list reader.
+    EXPECT_TRUE(file_ContainsEntry(list, "junk behind"));
     EXPECT_TRUE(file_ContainsEntry(list, "/music/last.mp3"));
     EXPECT_FALSE(file_ContainsEntry(list, "/music/rock"));
     EXPECT_FALSE(file_ContainsEntry(home.file("missing"), "x"));
@@ -301,6 +302,7 @@ TEST(ModFilesChanges, RenameNeverReplacesAndNeverAsks) {
 
 TEST(ModFilesChanges, WriteAtomicReplacesButRespectsReadOnly) {
     TempHome home;
+    Scripted dialogs;
     const QString p = home.file("w.txt");
     EXPECT_TRUE(file_WriteAtomic(p, "first"));
     QFile::setPermissions(p, QFileDevice::ReadOwner | QFileDevice::WriteOwner);
@@ -315,7 +317,13 @@ TEST(ModFilesChanges, WriteAtomicReplacesButRespectsReadOnly) {
     EXPECT_EQ(TempHome::readFile(p), "second");
     EXPECT_FALSE(file_WriteAtomic(home.file("no/folder/x"), "x"));
     EXPECT_FALSE(file_WriteAtomic(home.path(), "x"));
-    EXPECT_EQ(QDir(home.path()).entryList(QDir::Files).size(), 1); // no temporary left behind
+    EXPECT_EQ(QDir(home.path()).entryList(QDir::Files | QDir::Hidden).size(), 1); // no temporary
+    // A read-only file loses the write silently; the other failures are told, once each.
+    EXPECT_FALSE(file_WriteAtomic(home.path(), "x"));
+    ASSERT_EQ(dialogs.asked().size(), 2);
+    EXPECT_EQ(dialogs.asked()[0].title, "Error Saving File");
+    EXPECT_TRUE(dialogs.asked()[0].text.contains(home.file("no/folder/x")));
+    EXPECT_TRUE(dialogs.asked()[1].text.contains("Is a directory"));
 }
 
 TEST(ModFilesRecent, AddsToTheDesktopListAndKeepsOtherEntries) {

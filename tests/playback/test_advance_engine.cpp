@@ -2,14 +2,15 @@
 #include "core/Commands.h"
 #include "core/DialogScript.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/modControls.h"
 #include "playback/MpvPlayer.h"
 #include "playback/Player.h"
 #include "playback/PlayerTimers.h"
 #include "playback/TrackAdvance.h"
-#include "core/ListModel.h"
+#include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 #include "support/MediaFiles.h"
 #include "support/PcmEngine.h"
 #include "support/TempHome.h"
@@ -167,6 +168,22 @@ TEST_F(EngineAdvance, SkipRowsAreLeftToThePlayerAndALastSkipEndsTheList) {
     runUntilStopped();
     // B is skipped once, D always; the list runs once more and ends on D.
     EXPECT_EQ(heard(), QStringList({"A", "C", "A", "B", "C"}));
+}
+
+// Reached by the advance, a "Remove" row plays and goes at once, and the row after it still
+// plays.
+TEST_F(EngineAdvance, RemoveRowReachedByTheAdvanceGoesAsItStarts) {
+    PlaylistEditing_install(ctx);
+    addSongs({"x", "y", "z", "w"}, {"Play", "Remove", "Play", "Play"});
+    start(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return list().count() == 3; }, 10000));
+    EXPECT_EQ(mpv->FileName(), home.file(QStringLiteral("B.wav")));
+    runUntilStopped();
+    EXPECT_EQ(heard(), QStringList({"A", "B", "C", "D"}));
+    QStringList titles;
+    for (int i = 0; i < list().count(); ++i)
+        titles << list().text(i, PlaylistColumn::Title);
+    EXPECT_EQ(titles, QStringList({"A", "C", "D"}));
 }
 
 } // namespace

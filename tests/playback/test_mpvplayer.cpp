@@ -202,3 +202,11 @@ TEST_F(MpvPlayerTest, VolumeAndBalanceAttenuateInHundredthsOfADecibel) {
 }
 
 } // namespace
+
+// A display without GL gets the plain X11 output straight away; the environment's choice wins.
+TEST(MpvPlayerOutputs, NoGlOnTheDisplayMeansPlainX11) {
+    EXPECT_EQ(MpvPlayer::videoOutputs({}, true, true), QByteArray("gpu,x11"));
+    EXPECT_EQ(MpvPlayer::videoOutputs({}, true, false), QByteArray("x11"));
+    EXPECT_EQ(MpvPlayer::videoOutputs({}, false, true), QByteArray("null"));
+    EXPECT_EQ(MpvPlayer::videoOutputs("gpu", true, false), QByteArray("gpu"));
+}

@@ -1,6 +1,7 @@
 // Loudness measured on the real engine's output: raw s16 stereo written by ao=pcm.
 #include "SoundFixture.h"
 
+#include "playback/Player.h"
 #include "support/MediaFiles.h"
 #include "support/PcmEngine.h"
 
@@ -137,6 +138,37 @@ TEST_F(SoundEngine, MuteIsNearSilenceWhileTheSliderStays) {
     EXPECT_EQ(ctx.sldVolume().value(), 80);
     ctx.commands().run(QStringLiteral("mnuMute"));
     EXPECT_NEAR(dB(playSong(tone).left, full), -12, 1.0);
+}
+
+// A stored volume is in force from the song's first sample, though the song starts before the
+// volume is applied; so are the balance and the mute.
+TEST_F(SoundEngine, StoredVolumeBalanceAndMuteHoldFromTheFirstSample) {
+    Player_install(ctx);
+    const QString stored = home.file(QStringLiteral("Stored.wav"));
+    ASSERT_TRUE(MediaFiles::makeWav(stored, 1.0, 440, 0.9));
+    volumes().setAlwaysAdjust(true);
+    volumes().volumes_Add(QStringLiteral("a"), QStringLiteral("t"), 0, stored);
+    addRow(QStringLiteral("a"), QStringLiteral("t"), stored);
+    addRow(QStringLiteral("b"), QStringLiteral("u"), tone);
+    ctx.sldVolume().scroll(100);
+    const auto firstPeaks = [this](int row) {
+        const qsizetype before = output().size();
+        QSignalSpy ended(&ctx, &MainContext::endOfStream);
+        selectOnly(row);
+        player_Play(ctx, 1);
+        EXPECT_TRUE(ended.wait(10000));
+        return MediaFiles::peaks(output().mid(before, kBytesPerSecond / 5));
+    };
+    EXPECT_LT(firstPeaks(1).first, 100); // 60 dB down: about 30
+    EXPECT_EQ(ctx.sldVolume().value(), 0);
+    EXPECT_GT(firstPeaks(2).first, 25000); // the slider's level comes back with the next song
+
+    ctx.sldBalance().scroll(0);
+    const auto balanced = firstPeaks(2);
+    EXPECT_GT(balanced.first, 25000);
+    EXPECT_LT(balanced.second, 200);
+    ctx.commands().run(QStringLiteral("mnuMute"));
+    EXPECT_LT(firstPeaks(2).first, 100);
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include "playlists/ListFiles.h"
 
+#include <QDir>
 #include <QFile>
 #include <csignal>
 #include <sys/resource.h>
@@ -65,30 +66,88 @@ TEST_F(ListFilesTest, QuoteInsideATagSplitsThatValueAndShiftsTheFields) {
     EXPECT_EQ(list().text(1, 0), "/m/1.mp3");
 }
 
-TEST_F(ListFilesTest, DamagedOrUnreadableFilesWarnAndEmptyTheList) {
+TEST_F(ListFilesTest, DamagedFilesKeepTheRowsReadAndAreMovedAsideBeforeAnythingCanOverwrite) {
     QStringList thirteen;
-    for (int i = 0; i < 13; ++i)
+    for (int i = 1; i <= 13; ++i)
         thirteen << QString::number(i);
     const QByteArray row = spp({"1", "a", "say \"hi\"", "y", "Play", "", "/m/a.mp3"});
-    const std::pair<const char*, QByteArray> cases[] = {
-        {"13 values", spp(thirteen)},
-        {"a quote in a tag of the only row", row},
-        {"cut inside the last value", row.left(row.size() - 5)},
-        {"cut between values", row.left(row.indexOf("\"y\""))},
+    const QByteArray good = spp({"1", "a", "t", "y", "Play", "", "/m/a.mp3"});
+    const struct {
+        const char* what;
+        QByteArray bytes;
+        int rows; // rows the file gives before the damage
+        int line; // where the broken row starts
+    } cases[] = {
+        {"13 values", spp(thirteen), 1, 8},
+        {"a quote in a tag of the only row", row, 1, 7},
+        {"cut inside the last value", good + row.left(row.size() - 5), 2, 14},
+        {"cut between values", good + good + row.left(row.indexOf("\"y\"")), 2, 15},
     };
-    for (const auto& [what, bytes] : cases) {
-        SCOPED_TRACE(what);
-        dialogs.clear();
-        addSong("9", "held", "before", "/m/held.mp3"); // lost with the damaged file
-        EXPECT_FALSE(loadBytes(bytes));
-        expectLoadError(path);
+    for (const auto& k : cases) {
+        SCOPED_TRACE(k.what);
+        QFile::remove(path + ".damaged");
+        ConsoleLog::instance().setText({});
+        list().clear();
+        addSong("9", "held", "before", "/m/held.mp3");
+        EXPECT_FALSE(loadBytes(k.bytes));
+        // The rows held and the rows read before the damage stay.
+        ASSERT_EQ(list().count(), 1 + k.rows);
+        EXPECT_EQ(list().text(0, 1), "held");
+        EXPECT_EQ(list().text(1, 0), "1");
+        // The file is aside, whole, and the place is free for the next save.
+        EXPECT_FALSE(QFile::exists(path));
+        EXPECT_EQ(TempHome::readFile(path + ".damaged"), k.bytes);
+        const QString where = QString("row %1 (line %2)").arg(k.rows + 1).arg(k.line);
+        EXPECT_TRUE(log().contains(path + " could not be read from " + where))
+            << log().toStdString();
+        EXPECT_TRUE(log().contains(path + ".damaged"));
     }
+    // Told on screen once for the file, with the standing warning's first words.
+    ASSERT_EQ(asked(), QStringList({"message|Error Loading List"}));
+    EXPECT_TRUE(dialogs.asked()[0].text.startsWith("An error occured while trying to open the "
+                                                   "list:\n" +
+                                                   path + "\n"));
+    EXPECT_TRUE(dialogs.asked()[0].text.contains("row 2 (line 8)"));
+
+    // A file that cannot be opened at all is no list: the standing warning, an empty list.
     for (const QString& bad : {playlist("missing"), home.file("Playlists")}) {
         dialogs.clear();
         addSong("9", "held", "before", "/m/held.mp3");
         EXPECT_FALSE(listview_LoadFromFile(list(), bad));
         expectLoadError(bad);
     }
+}
+
+TEST_F(ListFilesTest, AQuoteInTheDefaultPlaylistNeverCostsItsRows) {
+    for (int i = 1; i <= 50; ++i)
+        addSong(QString::number(i), "Artist", i == 30 ? "Blue Monday 12\" Mix" : "Song",
+                QString("/m/%1.mp3").arg(i));
+    const QString def = playlist_DefaultPath();
+    ASSERT_TRUE(listview_SaveToFile(list(), def));
+    const QByteArray saved = TempHome::readFile(def);
+    list().clear();
+    playlist_LoadDefault(ctx);
+    // The quote shifts the fields from its row on, and the last row breaks off: all 50 are kept.
+    EXPECT_EQ(list().count(), 50);
+    EXPECT_EQ(list().text(28, 2), "Song");
+    // The exit after a failed load never takes the only whole copy with it.
+    playlist_SaveDefault(ctx);
+    EXPECT_EQ(TempHome::readFile(def + ".damaged"), saved);
+    list().clear();
+    playlist_SaveDefault(ctx);
+    EXPECT_EQ(TempHome::readFile(def + ".damaged"), saved);
+}
+
+TEST_F(ListFilesTest, ARemovedPlaylistsFolderIsMadeAgainWhenTheListIsWritten) {
+    for (int i = 1; i <= 5; ++i)
+        addSong(QString::number(i), "A", "T", QString("/m/%1.mp3").arg(i));
+    ASSERT_TRUE(QDir(home.file("Playlists")).removeRecursively());
+    playlist_SaveDefault(ctx);
+    ListModel back(list().headers());
+    ASSERT_TRUE(listview_LoadFromFile(back, playlist_DefaultPath()));
+    EXPECT_EQ(back.count(), 5);
+    EXPECT_TRUE(
+        log().contains(home.file("Playlists") + " was missing and has been created again."));
 }
 
 TEST_F(ListFilesTest, HandMadeFilesLoad) {

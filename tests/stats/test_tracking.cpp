@@ -1,11 +1,11 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/DialogScript.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
-#include "core/ListModel.h"
-#include "playlists/PlaylistRows.h"
 #include "core/modControls.h"
+#include "playlists/PlaylistRows.h"
 #include "stats/Tracking.h"
 #include "support/TempHome.h"
 
@@ -198,7 +198,12 @@ TEST_F(TrackingTest, DamagedAndHugeFilesLoad) {
     TempHome::writeFile(file(), cut);
     EXPECT_EQ(reload().lstvItems().count(), 1);
     EXPECT_EQ(TempHome::readFile(file() + QStringLiteral(".damaged")), cut);
-    EXPECT_TRUE(dialogs.asked().isEmpty());
+    // Told which file and where, in the log and once on screen.
+    ASSERT_EQ(dialogs.asked().size(), 1);
+    EXPECT_TRUE(dialogs.asked()[0].text.contains(file()));
+    EXPECT_TRUE(
+        ConsoleLog::instance().text().contains(file() + QStringLiteral(" could not be read from "
+                                                                       "row 2 (line 5) on")));
 
     // A count that is not a number starts again from nothing.
     TempHome::writeFile(file(), row(QStringLiteral("a"), QStringLiteral("many")));
@@ -215,6 +220,23 @@ TEST_F(TrackingTest, DamagedAndHugeFilesLoad) {
     EXPECT_EQ(t().lstvItems().text(0, Tracking::Played), QStringLiteral("97"));
     play(QStringLiteral("99999"));
     EXPECT_EQ(reload().lstvItems().count(), 100000);
+}
+
+TEST_F(TrackingTest, TitlesWithQuotesAndCommasSurviveTheRoundTrip) {
+    const QStringList titles{QStringLiteral("Say \"Hi\", Bob"), QStringLiteral("12\" Mix"),
+                             QStringLiteral("\"quoted\""), QStringLiteral("a\",\"b")};
+    for (int i = 0; i < titles.size(); ++i)
+        ctx.tracking_Add(QStringLiteral("Artist"), titles[i], path(QString::number(i)));
+    ctx.tracking_Add(QStringLiteral("Artist"), titles[0], path(QStringLiteral("0")));
+    Tracking& back = reload();
+    ASSERT_EQ(back.lstvItems().count(), titles.size());
+    QStringList seen = column(back.lstvItems(), Tracking::Title);
+    seen.sort();
+    QStringList want = titles;
+    want.sort();
+    EXPECT_EQ(seen, want);
+    EXPECT_FALSE(QFile::exists(file() + QStringLiteral(".damaged")));
+    EXPECT_TRUE(dialogs.asked().isEmpty());
 }
 
 TEST_F(TrackingTest, AReadOnlyFileStaysAndCountingGoesOn) {

@@ -164,3 +164,26 @@ TEST_F(CrossCheck, AudioIsUnchangedByEveryWriteAndMutagenReadsWhatWeWrite) {
     ASSERT_TRUE(media_WriteID3v1Record(foreign, r));
     EXPECT_EQ(md5(foreign), foreignBefore);
 }
+
+TEST_F(CrossCheck, InPlaceWritesKeepTheSizeBytesOfAForeignTag) {
+    for (int version : {3, 4}) {
+        SCOPED_TRACE(version);
+        const QString path = copy(QStringLiteral("keep%1.mp3").arg(version));
+        mutagenWrite(path, version);
+        const QByteArray audio = md5(path);
+        const QByteArray sizeBytes = TempHome::readFile(path).mid(6, 4);
+        const qint64 length = QFileInfo(path).size();
+        for (const char* title : {"Short", "S", "Another short one"}) {
+            clsID3v2 t;
+            t.setFilename(path);
+            t.setTitle(QString::fromLatin1(title));
+            ASSERT_TRUE(t.Save());
+            // Written over the old tag, the four size bytes exactly as they were.
+            EXPECT_EQ(TempHome::readFile(path).mid(6, 4), sizeBytes);
+            EXPECT_EQ(QFileInfo(path).size(), length);
+            EXPECT_EQ(md5(path), audio);
+            EXPECT_EQ(mutagenRead(path).value(QStringLiteral("TIT2")).toString(),
+                      QString::fromLatin1(title));
+        }
+    }
+}

@@ -2,6 +2,7 @@
 #include "tags/TagBytes.h"
 #include "tags/modMedia.h"
 
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace {
@@ -108,4 +109,51 @@ TEST(MediaText, FormatSecondsAndNumberMask) {
     const auto pair = media_ShiftNibble(0x0F, 0xFF, 0xDA);
     EXPECT_EQ(pair[0], 0xFF);
     EXPECT_EQ(pair[1], 0xFD);
+}
+
+TEST_F(MP3Info, OnlyTheTwelveBitRuleFindsAHeader) {
+    // 0F F8 is no sync on the half byte: F8's low half is not set. The real header follows.
+    QByteArray b = stream(8000, QByteArray("\x0F\xF8\x12\x34", 4), 100);
+    b.replace(104, 4, QByteArray("\xFF\xFB\x90\x00", 4));
+    const MP3InfoState& s = read(b);
+    EXPECT_EQ(s.MP3Version, QStringLiteral("MPEG-1"));
+    EXPECT_EQ(s.MP3SampleRate, QStringLiteral("44100"));
+    EXPECT_EQ(s.MP3Bitrate, QStringLiteral(" 128000"));
+
+    // An 8 kHz stream syncs with FF E3, which the rule does not take; 0F F3 FE is no half-byte
+    // sync either, so nothing is found and nothing is made up.
+    media_MP3State() = MP3InfoState{};
+    QByteArray low = stream(8000, QByteArray("\xFF\xE3\x18\xC4", 4));
+    low.replace(200, 4, QByteArray("\x0F\xF3\xFE\x00", 4));
+    read(low);
+    EXPECT_EQ(media_MP3State().MP3Layer, QString());
+    EXPECT_EQ(media_MP3State().MP3Bitrate, QStringLiteral(" 0"));
+}
+
+TEST(MP3HeaderSearch, TheQuickSearchAnswersAsTheWalkOnEveryBuffer) {
+    // Buffers dense in the bytes a sync is made of, so that near misses are everywhere.
+    const uint8_t alphabet[] = {0x00, 0x0F, 0x1F, 0xF0, 0xF3, 0xF8, 0xFB, 0xFE, 0xFF, 0xE3, 0x90};
+    uint32_t seed = 12345;
+    auto next = [&seed] {
+        seed = seed * 1664525u + 1013904223u;
+        return seed >> 8;
+    };
+    uint8_t buf[4096 + 3];
+    for (int round = 0; round < 20000; ++round) {
+        std::memset(buf, 0, sizeof buf);
+        const int density = int(next() % 64) + 1;
+        for (int i = 0; i < 4096; ++i)
+            if (next() % 64 < uint32_t(density)) buf[i] = alphabet[next() % sizeof alphabet];
+        const auto walk = media_FindHeaderWalk(buf);
+        ASSERT_EQ(media_FindHeader(buf), walk) << "round " << round;
+    }
+    // The last places of the buffer, where the three bytes behind it are zeros.
+    std::memset(buf, 0, sizeof buf);
+    buf[4094] = 0x0F;
+    buf[4095] = 0xFF;
+    EXPECT_EQ(media_FindHeader(buf), media_FindHeaderWalk(buf));
+    ASSERT_TRUE(media_FindHeaderWalk(buf).has_value());
+    buf[4094] = 0xFF;
+    buf[4095] = 0xF0;
+    EXPECT_EQ(media_FindHeader(buf), media_FindHeaderWalk(buf));
 }

@@ -1,6 +1,7 @@
 // veldor-tag FILE...                         one JSON object a file: tags and MPEG fields
 // veldor-tag --v1|--v2 --set FIELD=VALUE... FILE   writes one tag
 #include "TagJson.h"
+#include "tags/TagShift.h"
 
 #include <QCoreApplication>
 #include <QJsonDocument>
@@ -33,6 +34,8 @@ int main(int argc, char** argv) {
         for (qsizetype i = 2; i + 1 < args.size(); ++i)
             if (args.at(i) != QLatin1String("--set")) assignments << args.at(i);
         const QString file = args.last();
+        // Whatever an earlier run killed midway left is dealt with first.
+        TagShift::recoverAll();
         const QString error = v1 ? writeID3v1(file, assignments) : writeID3v2(file, assignments);
         if (!error.isEmpty()) {
             std::fprintf(stderr, "veldor-tag: %s\n", error.toLocal8Bit().constData());

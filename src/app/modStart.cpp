@@ -32,6 +32,7 @@
 #include "playlists/PlaylistTools.h"
 #include "stats/Tracking.h"
 #include "system/Desktop.h"
+#include "system/SystemSetup.h"
 #include "tags/TagsInstall.h"
 #include "ui/FrmMenus.h"
 #include "ui/FrmOptions.h"
@@ -175,6 +176,7 @@ int Sub_Main(int argc, char** argv) {
     Tags_install(ctx);
     MediaLibrary_install(ctx);
     CDPlayer_install(ctx);
+    SystemSetup_install(ctx);
     lyrics_SetReader(tags_ReadLyrics);
     Desktop_install(ctx, &window);
     MiniMode_install(ctx, &window);

@@ -1,5 +1,7 @@
+#include "core/MainContext.h"
 #include "core/Settings.h"
 #include "support/TempHome.h"
+#include "system/SystemSetup.h"
 #include "system/modFileAssociations.h"
 #include <QDir>
 #include <QFile>
@@ -173,6 +175,27 @@ TEST_F(FileAssociations, StartupRegistersTheMpegAudioTypesByDefault) {
     settings_Write(QStringLiteral("FileTypes"), QStringLiteral("WMA"), 1);
     filetype_RegisterAtStartup(QStringLiteral("VELDOR"));
     EXPECT_EQ(filetype_Registered(), (QStringList{"mp3", "mp1", "wma"}));
+}
+
+TEST_F(FileAssociations, PreferencesApplyTakesAndHandsBackTypesAndTheSessionStart) {
+    MainContext ctx;
+    SystemSetup_install(ctx);
+    ASSERT_TRUE(bool(ctx.associations_Apply));
+    settings_Write(QStringLiteral("FileTypes"), QStringLiteral("MP2"), 0);
+    settings_Write(QStringLiteral("FileTypes"), QStringLiteral("WAV"), 1);
+    settings_Write(QStringLiteral("Settings"), QStringLiteral("StartVELDOROnWindowsSessionStartup"),
+                   1);
+    ctx.associations_Apply();
+    EXPECT_EQ(filetype_Registered(), (QStringList{"mp3", "mp1", "wav"}));
+    EXPECT_TRUE(startup_IsSet());
+    for (const char* key : {"MP3", "MP1", "WAV"})
+        settings_Write(QStringLiteral("FileTypes"), QString::fromLatin1(key), 0);
+    settings_Write(QStringLiteral("Settings"), QStringLiteral("StartVELDOROnWindowsSessionStartup"),
+                   0);
+    ctx.associations_Apply();
+    EXPECT_TRUE(filetype_Registered().isEmpty());
+    EXPECT_FALSE(startup_IsSet());
+    EXPECT_FALSE(QFile::exists(desktopFilePath()));
 }
 
 TEST(MimeappsList, EditsTouchOnlyTheOneDefault) {

@@ -1,4 +1,5 @@
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "playback/FrmLyrics.h"
@@ -6,7 +7,6 @@
 #include "playback/Lyrics.h"
 #include "playback/SongAlert.h"
 #include "playback/TrackAdvance.h"
-#include "core/ListModel.h"
 #include "support/TempHome.h"
 #include "system/modWindows.h"
 
@@ -36,6 +36,8 @@ protected:
         ctx.commands().setChecked("mnuWindowsShowEachSongAsItsPlayed", true);
         ctx.lstvPlaylist().addRow({"1", "Artist", "Song", "", "Play", "", "/m/a.mp3"});
         ctx.PlayingRowIndex = 1;
+        ctx.PlayingDetails = {QStringLiteral("Artist"), QStringLiteral("Song"),
+                              QStringLiteral("/m/a.mp3")}; // as player_Play records them
     }
     void TearDown() override {
         lyrics_Close();
@@ -141,6 +143,7 @@ TEST_F(LyricsAlerts, AlertShowsAtTheBottomCentreWhileTheProgramIsInTheBackground
 
     const QPointer<FrmPlaying> first = a;
     ctx.PlayingRowIndex = 0; // a second song replaces the alert
+    ctx.PlayingDetails = {};
     ctx.player_ShowPlaying();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(first.isNull());

@@ -144,7 +144,6 @@ TEST_F(MiniFixture, CustomiseSavesAndTheWindowTakesTheColoursAtOnce) {
     QObject::connect(&dialog, &FrmCustomise::saved, &mini, &FrmMini::window_InstallColours);
     dialog.select(MiniModeColours::SlidersBackColour);
     EXPECT_EQ(dialog.selected(), int(MiniModeColours::SlidersBackColour));
-    MiniModeColours changed = dialog.colours();
     dialog.cmdDefault_Click();
     dialog.cmdSave_Click();
     EXPECT_EQ(

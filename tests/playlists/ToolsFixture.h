@@ -26,7 +26,8 @@ protected:
             "mnuPlayNext", [this] { ctx.PlayNextRowIndex = listview_SelectedIndex(list()); });
     }
     ~ToolsFixture() override {
-        // Windows left open by a test go before the context they point at.
+        // Windows a test closed, and those it left open, go before the context they point at.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QList<QPointer<QWidget>> open;
         for (QWidget* w : QApplication::topLevelWidgets())
             if (w->testAttribute(Qt::WA_DeleteOnClose)) open << w;

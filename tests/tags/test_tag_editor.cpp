@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QPointer>
 #include <sys/stat.h>
 
 using namespace PlaylistColumn;
@@ -19,8 +20,12 @@ namespace {
 class TagEditor : public ToolsFixture {
 protected:
     void TearDown() override {
+        // Deleting one window may take others with it: hold them by guarded pointers.
+        QList<QPointer<QWidget>> open;
         for (QWidget* w : QApplication::topLevelWidgets())
-            delete w;
+            open << w;
+        for (const QPointer<QWidget>& w : open)
+            delete w.data();
         ToolsFixture::TearDown();
     }
     template <class T> T* window() {

@@ -196,31 +196,8 @@ bool FrmRename::cmdUpdate_Click() {
 
 void mnuSelectedRenameFilename_Click(MainContext& ctx) {
     ListModel& rows = ctx.lstvPlaylist();
-    const QString title = QStringLiteral("Rename Filename Error");
-    const QString ending = QStringLiteral("\n\nThis function will not continue.");
-    if (listview_SelectedCount(rows) > 1) {
-        Dialogs::msgBox(QStringLiteral("You have selected more than 1 song from the playlist.") +
-                            ending,
-                        Dialogs::vbExclamation, title);
-        return;
-    }
-    const int row = rows.selectedItem();
+    const int row = tags_SelectedFileRow(ctx, QStringLiteral("Rename Filename Error"));
     if (row < 0) return;
     const QString file = rows.text(row, PlaylistColumn::Filename);
-    if (!QFileInfo::exists(file)) {
-        Dialogs::msgBox(QStringLiteral("The filename that you have selected from the list does "
-                                       "not exist.") +
-                            ending,
-                        Dialogs::vbExclamation, title);
-        return;
-    }
-    if (tags_IsLoaded(ctx, file)) {
-        Dialogs::msgBox(QStringLiteral("The filename that you have selected from the list is "
-                                       "being used by %1.")
-                                .arg(App::Title()) +
-                            ending,
-                        Dialogs::vbExclamation, title);
-        return;
-    }
     FrmRename::open(ctx, file, row + 1);
 }

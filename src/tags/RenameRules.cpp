@@ -1,7 +1,10 @@
 #include "tags/RenameRules.h"
 
+#include "core/App.h"
+#include "core/Dialogs.h"
 #include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/modControls.h"
 #include "core/modFiles.h"
 #include "core/wmpPlayer.h"
 #include "playback/AdjustVolumes.h"
@@ -9,6 +12,7 @@
 #include "stats/Tracking.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 const QStringList& rename_Patterns() {
     static const QStringList patterns{
@@ -94,4 +98,26 @@ void rename_Carry(MainContext& ctx, const QString& oldPath, const QString& newPa
     for (int i = 0; i < rows.count(); ++i)
         if (rows.text(i, PlaylistColumn::Filename) == oldPath)
             rows.setText(i, PlaylistColumn::Filename, newPath);
+}
+
+int tags_SelectedFileRow(MainContext& ctx, const QString& title) {
+    ListModel& rows = ctx.lstvPlaylist();
+    const QString ending = QStringLiteral("\n\nThis function will not continue.");
+    const auto refuse = [&](const QString& text) {
+        Dialogs::msgBox(text + ending, Dialogs::vbExclamation, title);
+        return -1;
+    };
+    if (listview_SelectedCount(rows) > 1)
+        return refuse(QStringLiteral("You have selected more than 1 song from the playlist."));
+    const int row = rows.selectedItem();
+    if (row < 0) return -1;
+    const QString file = rows.text(row, PlaylistColumn::Filename);
+    if (!QFileInfo::exists(file))
+        return refuse(
+            QStringLiteral("The filename that you have selected from the list does not exist."));
+    if (tags_IsLoaded(ctx, file))
+        return refuse(QStringLiteral("The filename that you have selected from the list is being "
+                                     "used by %1.")
+                          .arg(App::Title()));
+    return row;
 }

@@ -32,6 +32,10 @@ bool tags_IsTagged(const QString& filename);
 // True when `filename` is the file loaded in the media control (names compared lower-cased).
 bool tags_IsLoaded(MainContext& ctx, const QString& filename);
 
+// The one selected playlist row a single-file tool works on (0-based), or -1 after the refusal
+// under `title`: more than one row, a file that is gone, or the file being played.
+int tags_SelectedFileRow(MainContext& ctx, const QString& title);
+
 // Carries a rename done on disk to the play counts, the stored volumes and every playlist row
 // that held the old name.
 void rename_Carry(MainContext& ctx, const QString& oldPath, const QString& newPath);

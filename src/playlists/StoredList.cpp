@@ -7,6 +7,8 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
+#include <algorithm>
 #include <optional>
 
 namespace StoredList {
@@ -99,6 +101,24 @@ int findFile(const ListModel& list, int column, const QString& filename) {
         if (cell.compare(wanted, Qt::CaseInsensitive) == 0 && cell.toLower() == wanted) return i;
     }
     return -1;
+}
+
+void renameFiles(ListModel& list, int column, const QList<QPair<QString, QString>>& renames) {
+    if (renames.isEmpty()) return;
+    // Rows of each name in order: the one-by-one search takes the first.
+    QHash<QString, QList<int>> rows;
+    rows.reserve(list.count());
+    for (int i = 0; i < list.count(); ++i)
+        rows[list.text(i, column).toLower()].append(i);
+    for (const auto& [oldName, newName] : renames) {
+        if (oldName.isEmpty()) continue;
+        const auto it = rows.find(oldName.toLower());
+        if (it == rows.end() || it->isEmpty()) continue;
+        const int row = it->takeFirst();
+        list.setText(row, column, newName);
+        QList<int>& now = rows[newName.toLower()];
+        now.insert(std::lower_bound(now.begin(), now.end(), row), row);
+    }
 }
 
 } // namespace StoredList

@@ -1,4 +1,6 @@
 #pragma once
+#include <QList>
+#include <QPair>
 #include <QString>
 
 class ListModel;
@@ -19,5 +21,8 @@ bool save(const ListModel& list, const QString& path);
 
 // 0-based row whose `column` equals `filename` with both sides lower-cased, or -1.
 int findFile(const ListModel& list, int column, const QString& filename);
+// Many renames at once, each as findFile and a new name would do one by one (the first row
+// of the old name, names blind to case), with one look over the list.
+void renameFiles(ListModel& list, int column, const QList<QPair<QString, QString>>& renames);
 
 } // namespace StoredList

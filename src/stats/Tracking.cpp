@@ -148,20 +148,7 @@ void Tracking::tracking_UpdateFilename(const QString& oldName, const QString& ne
 
 void Tracking::tracking_UpdateFilenames(const QList<QPair<QString, QString>>& renames, bool write) {
     if (renames.isEmpty()) return;
-    // Rows of each name in order: the one-by-one search takes the first.
-    QHash<QString, QList<int>> rows;
-    rows.reserve(m_items.count());
-    for (int i = 0; i < m_items.count(); ++i)
-        rows[m_items.text(i, Filename).toLower()].append(i);
-    for (const auto& [oldName, newName] : renames) {
-        if (oldName.isEmpty()) continue;
-        const auto it = rows.find(oldName.toLower());
-        if (it == rows.end() || it->isEmpty()) continue;
-        const int row = it->takeFirst();
-        m_items.setText(row, Filename, newName);
-        QList<int>& now = rows[newName.toLower()];
-        now.insert(std::lower_bound(now.begin(), now.end(), row), row);
-    }
+    StoredList::renameFiles(m_items, Filename, renames);
     if (write) save();
 }
 

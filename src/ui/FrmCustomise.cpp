@@ -114,12 +114,27 @@ void FrmCustomise::cmdDefault_Click() {
 
 void FrmCustomise::cmdSave_Click() {
     m_colours.write();
+    if (m_font)
+        settings_Write(QStringLiteral("MiniModeSettings"), QStringLiteral("Font"),
+                       m_font->toString());
     Q_EMIT saved();
     accept();
 }
 
 void FrmCustomise::cmdFont_Click() {
-    const auto font = Dialogs::chooseFont(QStringLiteral("Change Font"),
-                                          parentWidget() ? parentWidget()->font() : this->font());
-    if (font && parentWidget()) parentWidget()->setFont(*font);
+    const QFont now =
+        m_font ? *m_font : storedFont(parentWidget() ? parentWidget()->font() : font());
+    if (const auto chosen = Dialogs::chooseFont(QStringLiteral("Change Font"), now))
+        m_font = chosen;
+}
+
+QFont FrmCustomise::storedFont(const QFont& fallback) {
+    const QString text =
+        settings_Read(QStringLiteral("MiniModeSettings"), QStringLiteral("Font")).trimmed();
+    QFont f;
+    if (text.isEmpty() || !f.fromString(text) || f.family().isEmpty()) return fallback;
+    // A size the small window cannot hold is nonsense from the file.
+    if (f.pointSizeF() > 0) f.setPointSizeF(qBound(6.0, f.pointSizeF(), 28.0));
+    if (f.pixelSize() > 0) f.setPixelSize(qBound(8, f.pixelSize(), 37));
+    return f;
 }

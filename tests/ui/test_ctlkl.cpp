@@ -8,6 +8,7 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QSignalSpy>
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -63,6 +64,20 @@ TEST(ctlKL_Digital, LightsExactlyTheSegmentsOfEachDigit) {
             if (a == b) continue;
             EXPECT_FALSE(d.segmentRect(0, a).intersects(d.segmentRect(0, b)));
         }
+    }
+}
+
+TEST(ctlKL_Digital, TheReadoutSitsCentredAndInsideAtAnySize) {
+    ctlKL_Digital d;
+    for (const QSize size : {QSize(66, 18), QSize(95, 30), QSize(47, 12)}) {
+        d.resize(size);
+        const int left = d.segmentRect(0, ctlKL_Digital::shpLeftTop).left();
+        const int right = size.width() - 1 - d.segmentRect(3, ctlKL_Digital::shpRightTop).right();
+        EXPECT_LE(std::abs(left - right), 1) << size.width();
+        for (int pos = 0; pos < 4; ++pos)
+            EXPECT_TRUE(
+                QRect(QPoint(), size).contains(d.segmentRect(pos, ctlKL_Digital::shpBottom)))
+                << size.width() << " " << pos;
     }
 }
 

@@ -1,5 +1,6 @@
 #include "core/Colors.h"
 #include "core/Commands.h"
+#include "core/DialogScript.h"
 #include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
@@ -325,6 +326,35 @@ TEST_F(MiniFixture, CustomiseSavesAndTheWindowTakesTheColoursAtOnce) {
         QString::number(MiniModeColours::defaults().colour[MiniModeColours::SlidersBackColour]));
     EXPECT_EQ(mini.klsVolume()->BackColor(),
               MiniModeColours::defaults().colour[MiniModeColours::SlidersBackColour]);
+}
+
+TEST_F(MiniFixture, TheChosenFontIsKeptAndTheRowsGrowToHoldIt) {
+    FrmMini mini(ctx, &main);
+    auto* title = mini.findChild<QWidget*>(QStringLiteral("guiTitleBar"));
+    auto* inset = mini.findChild<QWidget*>(QStringLiteral("picPlaying"));
+    ASSERT_TRUE(title && inset);
+    const int small = inset->height();
+    {
+        ScriptedResponder answers({QStringLiteral("DejaVu Sans,22")});
+        Dialogs::setResponder(&answers);
+        FrmCustomise dialog(&mini);
+        dialog.cmdFont_Click();
+        EXPECT_EQ(mini.font().pointSize(), QApplication::font().pointSize()); // not before Save
+        dialog.cmdSave_Click();
+        Dialogs::setResponder(nullptr);
+    }
+    mini.installFont();
+    EXPECT_EQ(mini.font().pointSize(), 22);
+    const int line = QFontMetrics(mini.font()).height();
+    EXPECT_GT(inset->height(), small);
+    EXPECT_GE(inset->height(), line + 4);
+    EXPECT_GE(title->height(), line + 4);
+
+    // Nonsense in the file: the desktop's font, or a size the window can hold.
+    settings_Write("MiniModeSettings", "Font", "no font at all,,,");
+    EXPECT_EQ(FrmCustomise::storedFont(QFont("Fallback", 9)).family(), "Fallback");
+    settings_Write("MiniModeSettings", "Font", "DejaVu Sans,400,-1,5,400,0,0,0,0,0");
+    EXPECT_LE(FrmCustomise::storedFont(QFont("Fallback", 9)).pointSizeF(), 28.0);
 }
 
 TEST_F(MiniFixture, ClosingWithoutTheTrayExits) {

@@ -18,6 +18,7 @@
 #include <cstring>
 #include <functional>
 #include <gtest/gtest.h>
+#include <xcb/xcb.h>
 
 // One entry of the accessibility tree as the bus names it.
 struct SpiRef {
@@ -194,6 +195,37 @@ void dragFromTo(const QPoint& from, const QPoint& to) {
     QThread::msleep(300);
 }
 
+// The window manager's close request to the program's visible window called `name`.
+void requestClose(qint64 pid, const QString& name) {
+    const QString id = run(QStringLiteral("xdotool"),
+                           {"search", "--all", "--onlyvisible", "--pid", QString::number(pid),
+                            "--name", QStringLiteral("^%1$").arg(name)})
+                           .section('\n', 0, 0);
+    xcb_connection_t* c = xcb_connect(nullptr, nullptr);
+    if (id.isEmpty() || !c || xcb_connection_has_error(c)) {
+        if (c) xcb_disconnect(c);
+        ADD_FAILURE() << "no window to close";
+        return;
+    }
+    auto atom = [c](const char* n) {
+        xcb_intern_atom_reply_t* r =
+            xcb_intern_atom_reply(c, xcb_intern_atom(c, 0, uint16_t(strlen(n)), n), nullptr);
+        const xcb_atom_t a = r ? r->atom : 0;
+        free(r);
+        return a;
+    };
+    xcb_client_message_event_t ev{};
+    ev.response_type = XCB_CLIENT_MESSAGE;
+    ev.format = 32;
+    ev.window = xcb_window_t(id.toULong());
+    ev.type = atom("WM_PROTOCOLS");
+    ev.data.data32[0] = atom("WM_DELETE_WINDOW");
+    ev.data.data32[1] = XCB_CURRENT_TIME;
+    free(xcb_request_check(c, xcb_send_event_checked(c, 0, ev.window, XCB_EVENT_MASK_NO_EVENT,
+                                                     reinterpret_cast<const char*>(&ev))));
+    xcb_disconnect(c);
+}
+
 // Root mean square of raw s16 stereo between two byte offsets.
 double rms(const QByteArray& raw, qsizetype from, qsizetype to) {
     double sum = 0;
@@ -350,6 +382,47 @@ TEST_F(MiniModeRun, PlaysFromItsOwnButtonsAndKeepsColourAndPlace) {
               QColor(0xc0, 0x30, 0x20));
     ASSERT_EQ(v.runCommand(QStringLiteral("mnuExit")), "ok");
     EXPECT_TRUE(v.waitForExit());
+}
+
+// With "ShowMiniModeWhenWindowIsClosed" the main window's close box brings up Mini-Mode; Mini-
+// Mode's own close box sends the player to the tray, and the tray's Open brings Mini-Mode back.
+TEST_F(MiniModeRun, TheMainWindowClosesIntoMiniModeAndMiniModeIntoTheTray) {
+    QProcess trayer;
+    trayer.setStandardOutputFile(QProcess::nullDevice());
+    trayer.setStandardErrorFile(QProcess::nullDevice());
+    trayer.start(QStringLiteral("trayer"),
+                 {"--edge", "top", "--align", "right", "--widthtype", "pixel", "--width", "100",
+                  "--heighttype", "pixel", "--height", "24"});
+    ASSERT_TRUE(trayer.waitForStarted());
+    VeldorProcess::write(v.file(QStringLiteral("settings.ini")),
+                         "[Settings]\r\nUseSystemTraySupport=1\r\n"
+                         "ShowMiniModeWhenWindowIsClosed=1\r\n");
+    v.start();
+    ASSERT_NE(v.waitForWindow(), 0u);
+    QThread::msleep(1000); // the icon docks
+    const QString main = QStringLiteral("VELDOR");
+    auto mainShown = [&] { return !a11y.find(v.pid(), main, QString(), main).isEmpty(); };
+    auto miniShown = [&] { return !mini(QString(), QStringLiteral("Mini-Mode")).isEmpty(); };
+    EXPECT_TRUE(waitFor(mainShown));
+
+    requestClose(v.pid(), main);
+    EXPECT_TRUE(waitFor(miniShown)) << "closing the main window did not bring up Mini-Mode";
+    EXPECT_FALSE(mainShown());
+
+    const QRect close = mini(QStringLiteral("push button"), QStringLiteral("Close"));
+    ASSERT_FALSE(close.isEmpty());
+    clickAt(close.center());
+    EXPECT_TRUE(waitFor([&] { return !miniShown(); })) << "Mini-Mode's close did not hide it";
+    EXPECT_TRUE(v.running());
+    EXPECT_FALSE(mainShown());
+
+    ASSERT_EQ(v.runCommand(QStringLiteral("mnuOpen")), "ok"); // the tray's Open
+    EXPECT_TRUE(waitFor(miniShown)) << "the tray's Open did not bring Mini-Mode back";
+    EXPECT_FALSE(mainShown());
+    ASSERT_EQ(v.runCommand(QStringLiteral("mnuExit")), "ok");
+    EXPECT_TRUE(v.waitForExit());
+    trayer.kill();
+    trayer.waitForFinished(3000);
 }
 
 } // namespace

@@ -82,8 +82,15 @@ void FrmCustomise::showColours() {
 void FrmCustomise::select(int index) {
     if (index < 0 || index >= MiniModeColours::Count) return;
     m_selected = index;
-    for (int i = 0; i < MiniModeColours::Count; ++i)
-        m_pictures[size_t(i)]->setLineWidth(i == index ? 3 : 1);
+    // The chosen picture is ringed in the highlight colour, which shows on any fill.
+    for (int i = 0; i < MiniModeColours::Count; ++i) {
+        QFrame* picture = m_pictures[size_t(i)];
+        QPalette p = picture->palette();
+        p.setColor(QPalette::WindowText,
+                   palette().color(i == index ? QPalette::Highlight : QPalette::WindowText));
+        picture->setPalette(p);
+        picture->setLineWidth(i == index ? 3 : 1);
+    }
 }
 
 bool FrmCustomise::eventFilter(QObject* watched, QEvent* event) {

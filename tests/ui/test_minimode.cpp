@@ -319,6 +319,14 @@ TEST_F(MiniFixture, CustomiseSavesAndTheWindowTakesTheColoursAtOnce) {
     QObject::connect(&dialog, &FrmCustomise::saved, &mini, &FrmMini::window_InstallColours);
     dialog.select(MiniModeColours::SlidersBackColour);
     EXPECT_EQ(dialog.selected(), int(MiniModeColours::SlidersBackColour));
+    // The chosen picture is marked so that it shows on a dark fill too.
+    auto ring = [&](int i) {
+        QWidget* picture = dialog.findChild<QWidget*>(QStringLiteral("picColour_%1").arg(i));
+        return picture ? picture->grab().toImage().pixelColor(1, 1) : QColor();
+    };
+    EXPECT_EQ(ring(MiniModeColours::SlidersBackColour),
+              dialog.palette().color(QPalette::Highlight));
+    EXPECT_NE(ring(MiniModeColours::BorderColour), dialog.palette().color(QPalette::Highlight));
     dialog.cmdDefault_Click();
     dialog.cmdSave_Click();
     EXPECT_EQ(

@@ -248,7 +248,7 @@ void FrmMini::buildMenu() {
     m_minimizeAction = add("mnuMinimize", QStringLiteral("Mi&nimize"), false);
     m_systemMenu->setDefaultAction(m_minimizeAction);
     connect(m_customise, &QAction::triggered, this, &FrmMini::mnuCustomise_Click);
-    connect(m_lockPosition, &QAction::triggered, this, [this](bool on) {
+    connect(m_lockPosition, &QAction::triggered, this, [](bool on) {
         settings_Write(kSettings, QStringLiteral("LockPosition"), on ? "1" : "0");
     });
     connect(m_alwaysOnTop, &QAction::triggered, this, [this](bool on) {

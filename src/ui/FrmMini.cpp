@@ -16,6 +16,7 @@
 #include "ui/ctlKL_Digital.h"
 #include "ui/ctlKL_wScrollbar.h"
 
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -51,6 +52,13 @@ const ButtonSpec kButtons[12] = {{"mnuPrevious", "Previous"},
                                  {nullptr, "CD Player"},
                                  {nullptr, "Full Mode"}};
 
+// A plain QWidget is a "client" to screen readers; this one is a window of its own.
+QAccessibleInterface* windowAccessible(const QString& className, QObject* object) {
+    if (className == QLatin1String("FrmMini") && object->isWidgetType())
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window);
+    return nullptr;
+}
+
 QWidget* topLevel(const char* name) {
     for (QWidget* w : QApplication::topLevelWidgets())
         if (w->objectName() == QLatin1String(name)) return w;
@@ -67,6 +75,8 @@ QLabel* label(const QString& name, const QString& text, QWidget* parent) {
 
 FrmMini::FrmMini(MainContext& ctx, QWidget* mainWindow)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_ctx(ctx), m_main(mainWindow) {
+    static const bool accessible = (QAccessible::installFactory(windowAccessible), true);
+    Q_UNUSED(accessible);
     setObjectName(QStringLiteral("FrmMini"));
     setWindowTitle(QStringLiteral("VELDOR"));
     setAccessibleName(QStringLiteral("Mini-Mode"));

@@ -62,6 +62,10 @@ TEST_F(MiniFixture, ButtonsRunTheirCommandOnlyWhenItIsEnabled) {
     EXPECT_EQ(ran, QStringList({"mnuPlay", "mnuOpenCDPlayer"}));
 
     // A screen reader or a desktop tool presses the same buttons and moves the same sliders.
+    QAccessibleInterface* window = QAccessible::queryAccessibleInterface(&mini);
+    ASSERT_TRUE(window);
+    EXPECT_EQ(window->role(), QAccessible::Window);
+    EXPECT_EQ(window->text(QAccessible::Name), "Mini-Mode");
     QAccessibleInterface* play = QAccessible::queryAccessibleInterface(mini.klbButton(2));
     ASSERT_TRUE(play && play->actionInterface());
     EXPECT_EQ(play->role(), QAccessible::Button);

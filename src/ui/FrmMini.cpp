@@ -445,11 +445,15 @@ void FrmMini::restorePosition() {
     // A new user finds the window in the bottom right-hand corner, above the taskbar.
     const int defTop = area.bottom() + 1 - height() - margin;
     const int defLeft = area.right() + 1 - width() - margin;
-    bool okTop = false, okLeft = false;
-    const int top = settings_Read(kPosition, QStringLiteral("Window_Top")).toInt(&okTop);
-    const int left = settings_Read(kPosition, QStringLiteral("Window_left")).toInt(&okLeft);
-    move(okLeft ? modWindows::twipsToPixels(left, this) : defLeft,
-         okTop ? modWindows::twipsToPixels(top, this) : defTop);
+    // Stored in twips; nonsense takes the corner, and a place off every screen comes back.
+    constexpr int kLimit = 10000000;
+    const int defTopTwips = modWindows::pixelsToTwips(defTop, this);
+    const int defLeftTwips = modWindows::pixelsToTwips(defLeft, this);
+    const int top = settings_Int(kPosition, QStringLiteral("Window_Top"),
+                                 QString::number(defTopTwips), -kLimit, kLimit, defTopTwips);
+    const int left = settings_Int(kPosition, QStringLiteral("Window_left"),
+                                  QString::number(defLeftTwips), -kLimit, kLimit, defLeftTwips);
+    move(modWindows::twipsToPixels(left, this), modWindows::twipsToPixels(top, this));
     modWindows::window_KeepOnScreen(this);
 }
 

@@ -217,19 +217,22 @@ TEST_F(MiniFixture, TheTitleBarMovesTheWindowUnlessLockedAndTheIconOpensTheMenu)
 
 TEST_F(MiniFixture, APlaceOffEveryScreenComesBackOntoIt) {
     const QRect area = QGuiApplication::primaryScreen()->availableGeometry();
-    for (const auto& [top, left] :
-         {std::pair{"9999999", "-9999999"}, {"-40000", "80000000"}, {"text", "2.06e12"}}) {
+    {
+        // Nothing stored: the bottom right-hand corner, 500 twips in.
+        FrmMini mini(ctx, &main);
+        EXPECT_NEAR(mini.geometry().right(), area.right() - 33, 2);
+        EXPECT_NEAR(mini.geometry().bottom(), area.bottom() - 33, 2);
+    }
+    const std::pair<const char*, const char*> places[] = {
+        {"9999999", "-9999999"}, {"-40000", "80000000"}, {"text", "2.06e12"}, {"1500", "1500"}};
+    for (const auto& [top, left] : places) {
         settings_Write("Position_MiniMode", "Window_Top", top);
         settings_Write("Position_MiniMode", "Window_left", left);
         FrmMini mini(ctx, &main);
         EXPECT_TRUE(area.contains(mini.frameGeometry())) << top << " " << left;
     }
-    // Nothing stored: the bottom right-hand corner, 500 twips in.
-    settings_Write("Position_MiniMode", "Window_Top", "");
-    settings_Write("Position_MiniMode", "Window_left", "");
-    FrmMini mini(ctx, &main);
-    EXPECT_NEAR(mini.geometry().right(), area.right() - 33, 2);
-    EXPECT_NEAR(mini.geometry().bottom(), area.bottom() - 33, 2);
+    FrmMini mini(ctx, &main); // a place on the screen is kept as it is
+    EXPECT_EQ(mini.pos(), QPoint(100, 100));
 }
 
 TEST_F(MiniFixture, ClosedToTheTrayTheOtherWindowsGoToo) {

@@ -514,7 +514,8 @@ void FrmMini::hideEvent(QHideEvent* e) {
 }
 
 void FrmMini::installFont() {
-    setFont(FrmCustomise::storedFont(QApplication::font(this)));
+    // Without a stored font the window follows the desktop's, as if never set.
+    setFont(FrmCustomise::storedFont(QFont()));
 }
 
 void FrmMini::fitToFont() {

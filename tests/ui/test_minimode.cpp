@@ -277,6 +277,31 @@ TEST_F(MiniFixture, SlidersFollowTheMainWindowAndDriveIt) {
     Q_EMIT mini.klsVolume()->Change(); // the user's drag lands on the main window's slider
     ASSERT_EQ(scrolled.count(), 1);
     EXPECT_EQ(scrolled.at(0).at(0).toInt(), 31);
+
+    // Balance and position the same way: the user's move reaches the player's slider as a
+    // scroll (a seek), the program's move comes back without one.
+    QSignalSpy balance(&ctx.sldBalance(), &SliderModel::scrolled);
+    ctx.sldBalance().setValue(80);
+    EXPECT_EQ(mini.klsBalance()->value(), 80);
+    mini.klsBalance()->resize(110, 12);
+    QMouseEvent press(QEvent::MouseButtonPress, QPointF(mini.klsBalance()->barPosition() + 2, 6),
+                      QPointF(), Qt::LeftButton, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(mini.klsBalance(), &press);
+    QMouseEvent drag(QEvent::MouseMove, QPointF(0, 6), QPointF(), Qt::NoButton, Qt::LeftButton,
+                     Qt::NoModifier);
+    QApplication::sendEvent(mini.klsBalance(), &drag);
+    ASSERT_EQ(balance.count(), 1);
+    EXPECT_EQ(ctx.sldBalance().value(), 0);
+
+    playRow(0);
+    ctx.sldPosition().setMaximum(200);
+    ctx.sldPosition().setValue(50);
+    mini.tmrPosition_Timer();
+    EXPECT_EQ(mini.klsPosition()->value(), 50);
+    QSignalSpy seek(&ctx.sldPosition(), &SliderModel::scrolled);
+    mini.klsPosition()->scrollTo(150);
+    ASSERT_EQ(seek.count(), 1);
+    EXPECT_EQ(seek.at(0).at(0).toInt(), 150);
 }
 
 TEST_F(MiniFixture, ColoursFromSettingsWithNonsenseTakingTheDefault) {

@@ -67,7 +67,7 @@ const CheckPlace kCheckPlaces[] = {
     {17, AdvancedPanel, "Move deleted media files to the trash..."},
     {24, AdvancedPanel, "Ask before the open playlist's file is overwritten..."},
     {20, AdvancedPanel, "Write the console logs..."},
-    {23, AdvancedPanel, "Keep the console logs from one run to the next..."},
+    {23, AdvancedPanel, "&Keep the console logs from one run to the next..."},
     {21, AdvancedPanel, "Keep track of the media files played..."},
     {8, FileAssPanel, "Register the checked file types every time VELDOR starts..."},
     {6, FileAssPanel, "Refresh the desktop's file icons after registering..."},
@@ -127,8 +127,8 @@ const NumberPlace kNumberPlaces[] = {
 };
 
 const char* const kColourKeys[][2] = {{"BackgroundColour", "&Background Colour..."},
-                                      {"FontColour", "Font &Colour..."},
-                                      {"PlayingFontColour", "&Playing Song Colour..."},
+                                      {"FontColour", "Font Co&lour..."},
+                                      {"PlayingFontColour", "Playin&g Song Colour..."},
                                       {"PlayNextFontColour", "Play &Next Colour..."}};
 
 QString plain(const QString& caption) {
@@ -167,8 +167,14 @@ FrmPreferences::FrmPreferences(MainContext& ctx, QWidget* parent) : QDialog(pare
 
     auto* sections = new QVBoxLayout;
     const QStringList captions = sectionCaptions();
+    // The same captions with a key each, so every section is one Alt key away.
+    const char* const keyed[] = {"&Display Settings", "&Playback Options",  "Playlist &Sorting",
+                                 "&Recent Filenames", "Ad&vanced Settings", "File Associa&tions",
+                                 "&Window Settings",  "Global &Hot Keys",   "Appearanc&e",
+                                 "Start-&Up Settings"};
     for (int i = 0; i < captions.size(); ++i) {
-        auto* label = new QPushButton(captions[i], this);
+        auto* label =
+            new QPushButton(QString::fromLatin1(keyed[i]) + QStringLiteral(" \u00bb"), this);
         label->setObjectName(QStringLiteral("lblSection_%1").arg(i));
         label->setAccessibleName(captions[i]);
         label->setFlat(true);
@@ -300,7 +306,7 @@ void FrmPreferences::buildFilesPanel(QVBoxLayout* layout) {
     QWidget* panel = layout->parentWidget();
     auto* files = namedButton(QStringLiteral("Reset Recent &Files"),
                               QStringLiteral("cmdResetRecentFiles"), panel);
-    auto* lists = namedButton(QStringLiteral("Reset Recent &Playlists"),
+    auto* lists = namedButton(QStringLiteral("Reset Recent Pla&ylists"),
                               QStringLiteral("cmdResetRecentPlaylists"), panel);
     connect(files, &QPushButton::clicked, this, &FrmPreferences::cmdResetRecentFiles_Click);
     connect(lists, &QPushButton::clicked, this, &FrmPreferences::cmdResetRecentPlaylists_Click);
@@ -319,11 +325,11 @@ void FrmPreferences::buildTypesPanel(QVBoxLayout* layout) {
     m_types->setMinimumHeight(m_types->fontMetrics().height() * 8);
     connect(m_types, &QListWidget::itemChanged, this, &FrmPreferences::changed);
     layout->addWidget(m_types, 1);
-    auto* all = namedButton(QStringLiteral("Select &All"), QStringLiteral("cmdSelectAll"), panel);
+    auto* all = namedButton(QStringLiteral("Select A&ll"), QStringLiteral("cmdSelectAll"), panel);
     auto* none =
-        namedButton(QStringLiteral("&Unselect All"), QStringLiteral("cmdUnselectAll"), panel);
+        namedButton(QStringLiteral("U&nselect All"), QStringLiteral("cmdUnselectAll"), panel);
     auto* now =
-        namedButton(QStringLiteral("&Register Now"), QStringLiteral("cmdRegisterNow"), panel);
+        namedButton(QStringLiteral("Re&gister Now"), QStringLiteral("cmdRegisterNow"), panel);
     for (auto* b : {all, none}) {
         const Qt::CheckState state = b == all ? Qt::Checked : Qt::Unchecked;
         connect(b, &QPushButton::clicked, this, [this, state] {
@@ -369,9 +375,9 @@ void FrmPreferences::buildAppearancePanel(QVBoxLayout* layout) {
     form->addRow(font, m_font);
 
     auto* select =
-        namedButton(QStringLiteral("&Select Image..."), QStringLiteral("cmdSelectImage"), panel);
+        namedButton(QStringLiteral("Select &Image..."), QStringLiteral("cmdSelectImage"), panel);
     auto* remove =
-        namedButton(QStringLiteral("&Remove Image"), QStringLiteral("cmdRemoveImage"), panel);
+        namedButton(QStringLiteral("Re&move Image"), QStringLiteral("cmdRemoveImage"), panel);
     connect(select, &QPushButton::clicked, this, &FrmPreferences::cmdSelectImage_Click);
     connect(remove, &QPushButton::clicked, this, &FrmPreferences::cmdRemoveImage_Click);
     auto* images = new QHBoxLayout;

@@ -18,6 +18,7 @@
 #include <QCheckBox>
 #include <QFileInfo>
 #include <QFormLayout>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
@@ -27,6 +28,7 @@
 #include <QPixmap>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScreen>
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
@@ -179,6 +181,9 @@ FrmPreferences::FrmPreferences(MainContext& ctx, QWidget* parent) : QDialog(pare
         label->setAccessibleName(captions[i]);
         label->setFlat(true);
         label->setAutoDefault(false);
+        // The section shown stays marked in the column.
+        label->setCheckable(true);
+        label->setAutoExclusive(true);
         label->setStyleSheet(QStringLiteral("text-align: left; padding: 2px 6px"));
         connect(label, &QPushButton::clicked, this, [this, i] { lblSection_Click(i); });
         sections->addWidget(label);
@@ -222,8 +227,15 @@ FrmPreferences::FrmPreferences(MainContext& ctx, QWidget* parent) : QDialog(pare
     layout->addLayout(top, 1);
     layout->addLayout(buttons);
 
-    show(PreferencesRules::load());
+    showValues(PreferencesRules::load());
     lblSection_Click(0);
+    // Room for the longest panels without scrolling, within the screen.
+    const QFontMetrics fm = fontMetrics();
+    QSize size(qMax(sizeHint().width(), fm.averageCharWidth() * 130),
+               qMax(sizeHint().height(), fm.height() * 36));
+    if (const QScreen* screen = this->screen())
+        size = size.boundedTo(screen->availableGeometry().size() * 9 / 10);
+    resize(size);
 }
 
 QWidget* FrmPreferences::buildPanel(int index) {
@@ -270,7 +282,7 @@ void FrmPreferences::addOptionGroups(QVBoxLayout* layout, int panel) {
         auto* grid = new QGridLayout(box);
         auto* group = new QButtonGroup(box);
         group->setObjectName(name);
-        const int rows = place.captions.size() > 5 ? (place.captions.size() + 1) / 2 : 99;
+        const int rows = place.captions.size() > 4 ? (place.captions.size() + 1) / 2 : 99;
         for (int i = 0; i < place.captions.size(); ++i) {
             auto* option = new QRadioButton(place.captions[i], box);
             option->setObjectName(QStringLiteral("%1_%2").arg(name).arg(i));
@@ -347,15 +359,20 @@ void FrmPreferences::buildTypesPanel(QVBoxLayout* layout) {
 
 void FrmPreferences::buildAppearancePanel(QVBoxLayout* layout) {
     QWidget* panel = layout->parentWidget();
-    auto* form = new QFormLayout;
+    auto* colours = new QGridLayout;
+    int place = 0;
     for (const auto& [key, caption] : kColourKeys) {
         auto* b = namedButton(QString::fromUtf8(caption),
                               QStringLiteral("cmdColour_%1").arg(QLatin1String(key)), panel);
         const QString k = QString::fromLatin1(key);
         connect(b, &QPushButton::clicked, this, [this, k] { pickColour(k); });
         m_colours[k] = b;
-        form->addRow(b);
+        colours->addWidget(b, place / 2, place % 2);
+        ++place;
     }
+    colours->setColumnStretch(2, 1);
+    layout->addLayout(colours);
+    auto* form = new QFormLayout;
     auto* font =
         namedButton(QStringLiteral("Change &Font..."), QStringLiteral("cmdChangeFont"), panel);
     m_font = new QLabel(panel);
@@ -421,7 +438,7 @@ void FrmPreferences::showAppearance() {
                                      : QStringLiteral("Image: %1").arg(image));
 }
 
-void FrmPreferences::show(const PreferencesRules::Values& v) {
+void FrmPreferences::showValues(const PreferencesRules::Values& v) {
     m_shown = v;
     for (auto it = m_checks.cbegin(); it != m_checks.cend(); ++it)
         it.value()->setChecked(v.checks.value(it.key()));
@@ -466,6 +483,8 @@ void FrmPreferences::lblSection_Click(int index) {
     if (index < 0 || index >= captions.size()) return;
     m_section = index;
     m_panels->setCurrentIndex(index);
+    if (auto* label = findChild<QPushButton*>(QStringLiteral("lblSection_%1").arg(index)))
+        label->setChecked(true);
     QString caption = captions[index];
     caption.chop(2);
     m_title->setText(QStringLiteral("Section selected:  %1:").arg(caption));

@@ -51,7 +51,7 @@ private:
     void pickColour(const QString& key);
     void showAppearance();
     void changed();
-    void show(const PreferencesRules::Values& v);
+    void showValues(const PreferencesRules::Values& v);
 
     MainContext& m_ctx;
     int m_section = 0;

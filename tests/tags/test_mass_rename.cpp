@@ -1,7 +1,7 @@
 #include "playlists/StoredList.h"
 #include "tags/MassRename.h"
 #include "tags/SafeFiles.h"
-#include "tags/ToolsFixture.h"
+#include "tags/TagToolsFixture.h"
 
 #include <QDir>
 #include <csignal>
@@ -12,7 +12,7 @@ using namespace PlaylistColumn;
 
 namespace {
 
-class MassRenameTest : public ToolsFixture {
+class MassRenameTest : public TagToolsFixture {
 protected:
     // Songs "Artist i - Title i" with a play count and a stored volume each.
     QStringList songs(int n) {

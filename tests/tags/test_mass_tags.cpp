@@ -1,6 +1,6 @@
 #include "tags/MassTagEdit.h"
 #include "tags/MoveToFolder.h"
-#include "tags/ToolsFixture.h"
+#include "tags/TagToolsFixture.h"
 #include "tags/clsID3v2.h"
 
 #include <sys/stat.h>
@@ -9,7 +9,7 @@ using namespace PlaylistColumn;
 
 namespace {
 
-class MassTags : public ToolsFixture {
+class MassTags : public TagToolsFixture {
 protected:
     void edit(const MassTagEdit::Options& options) {
         MassTagEdit run(ctx, options);

@@ -1,6 +1,6 @@
 #include "tags/FrmMassRenamer.h"
 #include "tags/FrmMassTagEditor.h"
-#include "tags/ToolsFixture.h"
+#include "tags/TagToolsFixture.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -12,7 +12,7 @@
 
 namespace {
 
-class MassWindows : public ToolsFixture {
+class MassWindows : public TagToolsFixture {
 protected:
     void songs(int n) {
         for (int i = 1; i <= n; ++i)

@@ -1,7 +1,7 @@
 #include "core/PlaylistCombo.h"
 #include "tags/FrmEditTag.h"
 #include "tags/FrmRename.h"
-#include "tags/ToolsFixture.h"
+#include "tags/TagToolsFixture.h"
 #include "tags/clsID3v2.h"
 
 #include <QApplication>
@@ -17,7 +17,7 @@ using namespace PlaylistColumn;
 
 namespace {
 
-class TagEditor : public ToolsFixture {
+class TagEditor : public TagToolsFixture {
 protected:
     void TearDown() override {
         // Deleting one window may take others with it: hold them by guarded pointers.
@@ -26,7 +26,7 @@ protected:
             open << w;
         for (const QPointer<QWidget>& w : open)
             delete w.data();
-        ToolsFixture::TearDown();
+        TagToolsFixture::TearDown();
     }
     template <class T> T* window() {
         for (QWidget* w : QApplication::topLevelWidgets())

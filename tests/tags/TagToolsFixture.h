@@ -13,7 +13,7 @@
 #include <QFileInfo>
 
 // Playlist rows over real tagged files, with the play counts and stored volumes loaded.
-class ToolsFixture : public RowsFixture {
+class TagToolsFixture : public RowsFixture {
 protected:
     void SetUp() override {
         RowsFixture::SetUp();

@@ -13,6 +13,11 @@ const QStringList kSwitches = {QStringLiteral("play"),    QStringLiteral("systra
 }
 
 bool isSwitch(const QString& argument) {
+    // Most arguments are paths: turned away before any text is made, as a start with many
+    // files asks this of each. Lower-casing never shortens a text nor makes a "/" or "-".
+    if (argument.isEmpty() || argument.size() > 10 ||
+        (argument.front() != u'/' && argument.front() != u'-'))
+        return false;
     const QString a = argument.toLower();
     for (const QString& s : kSwitches)
         if (a == QLatin1Char('/') + s || a == QStringLiteral("--") + s) return true;

@@ -25,19 +25,24 @@ bool isSwitch(const QString& argument) {
 }
 
 QString buildCommand(const QStringList& arguments, const QString& workingDir) {
-    QStringList switches, paths;
+    // Switches first, then the paths, each part after the first behind one blank.
+    QString switches, paths;
     const QDir base(workingDir);
     for (const QString& a : arguments) {
-        if (isSwitch(a))
-            switches.append(QLatin1Char('/') +
-                            a.toLower().mid(a.startsWith(QLatin1String("--")) ? 2 : 1));
-        else if (!a.isEmpty())
-            paths.append(QLatin1Char('"') + QDir::cleanPath(base.absoluteFilePath(a)) +
-                         QLatin1Char('"'));
+        if (isSwitch(a)) {
+            if (!switches.isEmpty()) switches += QLatin1Char(' ');
+            switches +=
+                QLatin1Char('/') + a.toLower().mid(a.startsWith(QLatin1String("--")) ? 2 : 1);
+        } else if (!a.isEmpty()) {
+            if (!paths.isEmpty()) paths += QLatin1Char(' ');
+            paths += QLatin1Char('"');
+            paths += QDir::cleanPath(base.absoluteFilePath(a));
+            paths += QLatin1Char('"');
+        }
     }
-    QStringList parts = switches;
-    parts += paths;
-    return parts.join(QLatin1Char(' '));
+    if (switches.isEmpty()) return paths;
+    if (!paths.isEmpty()) switches += QLatin1Char(' ') + paths;
+    return switches;
 }
 
 QString informationRequest(const QStringList& arguments) {

@@ -14,8 +14,20 @@ int listview_NumberWidth(int count) {
 }
 
 QString listview_NumberText(int index, int width) {
-    return width > 0 ? QStringLiteral("%1").arg(index, width, 10, QLatin1Char('0'))
-                     : QString::number(index);
+    if (index < 0)
+        return width > 0 ? QStringLiteral("%1").arg(index, width, 10, QLatin1Char('0'))
+                         : QString::number(index);
+    // Written by hand: a start with many files numbers every row, and arg() is slow at it.
+    char digits[12];
+    int n = 0;
+    for (unsigned v = unsigned(index); n == 0 || v > 0; v /= 10)
+        digits[n++] = char('0' + v % 10);
+    const int size = qMax(n, width);
+    QString out(size, QLatin1Char('0'));
+    QChar* d = out.data();
+    for (int i = 0; i < n; ++i)
+        d[size - 1 - i] = QLatin1Char(digits[i]);
+    return out;
 }
 
 void listview_Renumber(ListModel& list) {

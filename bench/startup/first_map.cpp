@@ -7,7 +7,8 @@
 //   first_map --bare            (the bare Qt window itself)
 //
 // --files N puts N copies of the song F (a short MP3 the engine can play: the first one plays
-// at start) on the program's command line.
+// at start) on the program's command line. --idle S waits S seconds after the map and reports
+// the program's resident memory then (VmRSS, and its file-backed and anonymous parts).
 #include <QApplication>
 #include <QWidget>
 
@@ -16,6 +17,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -40,9 +42,29 @@ std::string windowName(xcb_connection_t* c, xcb_window_t w) {
     return name;
 }
 
+struct Rss {
+    double total = -1, file = -1, anon = -1; // MiB
+};
+
+Rss rssOf(pid_t pid) {
+    Rss r;
+    std::ifstream status("/proc/" + std::to_string(pid) + "/status");
+    std::string line;
+    while (std::getline(status, line)) {
+        double* to = line.rfind("VmRSS:", 0) == 0     ? &r.total
+                     : line.rfind("RssFile:", 0) == 0 ? &r.file
+                     : line.rfind("RssAnon:", 0) == 0 ? &r.anon
+                                                      : nullptr;
+        if (to) *to = atof(line.c_str() + line.find(':') + 1) / 1024.0;
+    }
+    return r;
+}
+
 // Seconds from fork to the map of a top-level window named `title`; -1 when none within 60 s.
+// With idleSeconds > 0, `rss` gets the program's memory that long after the map.
 double timeToMap(xcb_connection_t* c, const std::vector<std::string>& argv,
-                 const std::string& title, const std::string& home, const std::string& cwd) {
+                 const std::string& title, const std::string& home, const std::string& cwd,
+                 double idleSeconds = 0, Rss* rss = nullptr) {
     std::vector<char*> args;
     for (const std::string& a : argv)
         args.push_back(const_cast<char*>(a.c_str()));
@@ -71,6 +93,10 @@ double timeToMap(xcb_connection_t* c, const std::vector<std::string>& argv,
         }
         free(e);
     }
+    if (seconds >= 0 && idleSeconds > 0 && rss) {
+        usleep(useconds_t(idleSeconds * 1e6));
+        *rss = rssOf(pid);
+    }
     kill(pid, SIGKILL);
     waitpid(pid, nullptr, 0);
     return seconds;
@@ -93,15 +119,18 @@ int main(int argc, char** argv) {
         return app.exec();
     }
     int runs = 9, files = 0, i = 1;
+    double idle = 0;
     std::string title = "VELDOR", templ;
     for (; i + 1 < argc && !strncmp(argv[i], "--", 2); i += 2) {
         if (!strcmp(argv[i], "--runs")) runs = atoi(argv[i + 1]);
         if (!strcmp(argv[i], "--files")) files = atoi(argv[i + 1]);
         if (!strcmp(argv[i], "--title")) title = argv[i + 1];
         if (!strcmp(argv[i], "--template")) templ = argv[i + 1];
+        if (!strcmp(argv[i], "--idle")) idle = atof(argv[i + 1]);
     }
     if (i >= argc) {
-        fprintf(stderr, "usage: first_map [--runs N] [--files N] [--title T] program [args...]\n");
+        fprintf(stderr, "usage: first_map [--runs N] [--files N] [--template F] [--idle S] "
+                        "[--title T] program [args...]\n");
         return 2;
     }
     xcb_connection_t* c = xcb_connect(nullptr, nullptr);
@@ -152,16 +181,25 @@ int main(int argc, char** argv) {
     self[n > 0 ? n : 0] = 0;
     const std::vector<std::string> bare = {self, "--bare"};
 
-    std::vector<double> tBare, tProgram;
+    std::vector<double> tBare, tProgram, rssTotal, rssFile, rssAnon, rssBare;
     for (int r = 0; r < runs; ++r) {
         const std::string home = dir + "/home";
         mkdir(home.c_str(), 0700);
-        tBare.push_back(timeToMap(c, bare, "bare", home, {}));
-        tProgram.push_back(timeToMap(c, program, title, home, cwd));
+        Rss rss, bareRss;
+        tBare.push_back(timeToMap(c, bare, "bare", home, {}, idle, &bareRss));
+        tProgram.push_back(timeToMap(c, program, title, home, cwd, idle, &rss));
+        rssBare.push_back(bareRss.total);
+        rssTotal.push_back(rss.total);
+        rssFile.push_back(rss.file);
+        rssAnon.push_back(rss.anon);
     }
     printf("bare Qt window: median %.3f s\n", median(tBare));
     printf("%s (%d files): median %.3f s (%.1fx the bare window)\n", program[0].c_str(), files,
            median(tProgram), median(tProgram) / median(tBare));
+    if (idle > 0)
+        printf("resident %.0f s after the map: median %.1f MiB (file-backed %.1f, anonymous %.1f);"
+               " bare Qt window %.1f MiB\n",
+               idle, median(rssTotal), median(rssFile), median(rssAnon), median(rssBare));
     std::string cleanup = "rm -rf '" + dir + "'";
     return system(cleanup.c_str()) == 0 ? 0 : 1;
 }

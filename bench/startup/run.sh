@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Start-up to the first window: empty, and with 100,000 files on the command line, each beside a
-# bare Qt window of the same run, under a private X server. Usage: run.sh <build dir> [veldor]
+# bare Qt window of the same run, under a private X server; then the resident memory of an empty
+# start left idle for 5 s. Usage: run.sh <build dir> [veldor]
 set -eu
 build=${1:?build dir}
 exe=${2:-$build/src/veldor}
@@ -13,4 +14,5 @@ ffmpeg -loglevel error -y -f lavfi -i sine=d=0.2 -metadata artist=A -metadata ti
 "$here/../../tests/support/with-session.sh" bash -c "
   '$build/bench/first_map' --runs 9 '$exe'
   '$build/bench/first_map' --runs 5 --files 100000 --template '$song' '$exe'
+  '$build/bench/first_map' --runs 3 --idle 5 '$exe'
 "

@@ -92,8 +92,20 @@ void PlayerWiring_startEngineWhenShown(FrmMain& window, FrmVideo& video) {
         if (std::exchange(*started, true)) return;
         mpv_PreloadLibrary(&video, [&video] { video.player().startEngine(); });
     };
-    new FirstPaint(&window, start);
-    QTimer::singleShot(1500, &video, start); // started into the tray
+    // The engine's library tree is most of an idle program's memory: with nothing to play it
+    // waits for the first row, and the first song starts it in any case.
+    ListModel& list = window.ctx().lstvPlaylist();
+    auto startWithRows = [&list, start] {
+        if (list.count() > 0) start();
+    };
+    new FirstPaint(&window, startWithRows);
+    QTimer::singleShot(1500, &video, startWithRows); // started into the tray
+    auto* firstRow = new QObject(&video);
+    QObject::connect(&list, &QAbstractItemModel::rowsInserted, firstRow, [firstRow, start] {
+        firstRow->deleteLater();
+        // After the adding, not inside it.
+        QTimer::singleShot(0, firstRow->parent(), start);
+    });
 }
 
 std::unique_ptr<FrmVideo> PlayerWiring_install(FrmMain& window) {

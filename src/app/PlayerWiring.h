@@ -10,6 +10,7 @@ class FrmVideo;
 std::unique_ptr<FrmVideo> PlayerWiring_install(FrmMain& window);
 
 // Starts the media engine once the main window has been painted (or a moment after start-up when
-// the window stays hidden): its library loads on a thread of its own meanwhile. A song started
-// before that starts the engine itself.
+// the window stays hidden) if the playlist holds rows, else when the first row arrives: its
+// library loads on a thread of its own meanwhile. A song started before that starts the engine
+// itself.
 void PlayerWiring_startEngineWhenShown(FrmMain& window, FrmVideo& video);

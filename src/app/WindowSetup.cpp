@@ -236,12 +236,15 @@ void window_ProcessCommandLine(FrmMain& window, QString commandLine) {
         const QStringList paths = commandLine.split(QStringLiteral("\" \""));
         if (clearFirst) listview_Clear(list);
         const int oldCount = list.count();
-        // The rows of playlist_AddSong, added in one step.
+        // The rows of playlist_AddSong, added in one step, with the numbers the renumbering
+        // after this gives them, so that it finds nothing to change.
         std::vector<QStringList> rows;
         rows.reserve(size_t(paths.size()));
+        const int width = listview_NumberWidth(oldCount + int(paths.size()));
+        const QString status = QStringLiteral("Play");
         for (const QString& path : paths)
-            rows.push_back({QString(), QString(), QString(), QString(), QStringLiteral("Play"),
-                            QString(), path});
+            rows.push_back({listview_NumberText(oldCount + int(rows.size()) + 1, width), QString(),
+                            QString(), QString(), status, QString(), path});
         list.appendRows(std::move(rows));
         // The song about to play gets its tags now, the others once the window shows; the
         // sorting waits for them.

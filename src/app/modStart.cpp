@@ -44,6 +44,7 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSessionManager>
 #include <QSocketNotifier>
 #include <QTimer>
@@ -53,6 +54,7 @@
 #include <cstdio>
 #include <sys/socket.h>
 #include <unistd.h>
+#include <vector>
 
 namespace modStart {
 namespace {
@@ -117,16 +119,19 @@ int Sub_Main(int argc, char** argv) {
         return 0;
     }
 
-    QApplication app(argc, argv);
+    // Qt reads only dashed options of its own and the value after one: the files are kept from
+    // it, which spares its several passes over a long command line.
+    std::vector<char*> qtArgv{argv[0]};
+    for (int i = 1; i < argc; ++i)
+        if (argv[i][0] == '-' || argv[i - 1][0] == '-') qtArgv.push_back(argv[i]);
+    int qtArgc = int(qtArgv.size());
+    qtArgv.push_back(nullptr);
+    QApplication app(qtArgc, qtArgv.data());
     QApplication::setApplicationName(QStringLiteral("veldor"));
     QApplication::setApplicationVersion(App::versionText());
     QApplication::setDesktopFileName(QStringLiteral("veldor"));
     setlocale(LC_NUMERIC, "C"); // the media engine refuses other numeric locales
     watchTerminateSignals(app);
-    // A song on the command line plays during start-up: the engine's library loads meanwhile.
-    if (std::any_of(arguments.begin(), arguments.end(),
-                    [](const QString& a) { return !a.isEmpty() && !CommandLine::isSwitch(a); }))
-        mpv_PreloadLibrary();
 
     // 1-2. Settings, and one copy per data folder.
     SettingsFile = App::file(QStringLiteral("settings.ini"));
@@ -157,6 +162,15 @@ int Sub_Main(int argc, char** argv) {
     FrmMain window(ctx);
     Dialogs::setParentWindow(&window);
     window_SetMenuImages(window.menuBar());
+    // A song on the command line plays during start-up: the engine's library loads meanwhile.
+    // The loader stays locked all that time, so what would take its lock waits: not sooner, or
+    // the window's plugins wait, and after the first match of a pattern, whose per-thread
+    // memory registers with the loader.
+    if (std::any_of(arguments.begin(), arguments.end(),
+                    [](const QString& a) { return !a.isEmpty() && !CommandLine::isSwitch(a); })) {
+        (void)QRegularExpression(QStringLiteral("^$")).match(QString());
+        mpv_PreloadLibrary();
+    }
     g_window = &window;
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
     const auto video = Parts_install(window);

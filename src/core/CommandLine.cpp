@@ -13,6 +13,11 @@ const QStringList kSwitches = {QStringLiteral("play"),    QStringLiteral("systra
 }
 
 bool isSwitch(const QString& argument) {
+    // Most arguments are paths: turned away before any text is made, as a start with many
+    // files asks this of each. Lower-casing never shortens a text nor makes a "/" or "-".
+    if (argument.isEmpty() || argument.size() > 10 ||
+        (argument.front() != u'/' && argument.front() != u'-'))
+        return false;
     const QString a = argument.toLower();
     for (const QString& s : kSwitches)
         if (a == QLatin1Char('/') + s || a == QStringLiteral("--") + s) return true;
@@ -20,19 +25,24 @@ bool isSwitch(const QString& argument) {
 }
 
 QString buildCommand(const QStringList& arguments, const QString& workingDir) {
-    QStringList switches, paths;
+    // Switches first, then the paths, each part after the first behind one blank.
+    QString switches, paths;
     const QDir base(workingDir);
     for (const QString& a : arguments) {
-        if (isSwitch(a))
-            switches.append(QLatin1Char('/') +
-                            a.toLower().mid(a.startsWith(QLatin1String("--")) ? 2 : 1));
-        else if (!a.isEmpty())
-            paths.append(QLatin1Char('"') + QDir::cleanPath(base.absoluteFilePath(a)) +
-                         QLatin1Char('"'));
+        if (isSwitch(a)) {
+            if (!switches.isEmpty()) switches += QLatin1Char(' ');
+            switches +=
+                QLatin1Char('/') + a.toLower().mid(a.startsWith(QLatin1String("--")) ? 2 : 1);
+        } else if (!a.isEmpty()) {
+            if (!paths.isEmpty()) paths += QLatin1Char(' ');
+            paths += QLatin1Char('"');
+            paths += QDir::cleanPath(base.absoluteFilePath(a));
+            paths += QLatin1Char('"');
+        }
     }
-    QStringList parts = switches;
-    parts += paths;
-    return parts.join(QLatin1Char(' '));
+    if (switches.isEmpty()) return paths;
+    if (!paths.isEmpty()) switches += QLatin1Char(' ') + paths;
+    return switches;
 }
 
 QString informationRequest(const QStringList& arguments) {

@@ -208,6 +208,9 @@ void IniFile::write(const QString& section, const QString& key, const QString& v
         data = f.readAll();
     }
     const QByteArray out = applyWrite(data, section, key, value);
+    // Start-up restores each mode through its menu, which writes back the value just read:
+    // a write that changes no byte is not worth a synced replace of the file.
+    if (info.exists() && out == data) return;
     // A full disk keeps the old file whole; the user hears of it once.
     if (!modFiles::file_WriteAtomic(m_path, out)) return;
     m_valid = false;

@@ -2,22 +2,43 @@
 
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/Settings.h"
 #include "core/modFiles.h"
-#include "core/ListModel.h"
+
+int listview_NumberWidth(int count) {
+    if (!settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseNumberPaddingInPlaylists"),
+                       QStringLiteral("1")))
+        return 0;
+    return qMax(2, int(QString::number(count).size()));
+}
+
+QString listview_NumberText(int index, int width) {
+    if (index < 0)
+        return width > 0 ? QStringLiteral("%1").arg(index, width, 10, QLatin1Char('0'))
+                         : QString::number(index);
+    // Written by hand: a start with many files numbers every row, and arg() is slow at it.
+    char digits[12];
+    int n = 0;
+    for (unsigned v = unsigned(index); n == 0 || v > 0; v /= 10)
+        digits[n++] = char('0' + v % 10);
+    const int size = qMax(n, width);
+    QString out(size, QLatin1Char('0'));
+    QChar* d = out.data();
+    for (int i = 0; i < n; ++i)
+        d[size - 1 - i] = QLatin1Char(digits[i]);
+    return out;
+}
 
 void listview_Renumber(ListModel& list) {
     const int count = list.count();
-    if (!settings_IsOn(QStringLiteral("Settings"), QStringLiteral("UseNumberPaddingInPlaylists"),
-                       QStringLiteral("1"))) {
-        for (int i = 1; i <= count; ++i)
-            list.setText(i - 1, 0, QString::number(i));
-        return;
+    const int width = listview_NumberWidth(count);
+    // Rows that already carry their number are left as they are: rewriting a cell repacks the
+    // whole row and tells the view.
+    for (int i = 1; i <= count; ++i) {
+        const QString number = listview_NumberText(i, width);
+        if (list.text(i - 1, 0) != number) list.setText(i - 1, 0, number);
     }
-    // Zero-padded to the digits of the count, never fewer than two.
-    const int width = qMax(2, int(QString::number(count).size()));
-    for (int i = 1; i <= count; ++i)
-        list.setText(i - 1, 0, QStringLiteral("%1").arg(i, width, 10, QLatin1Char('0')));
 }
 
 void listview_SelectItem(ListModel& list, int index) {

@@ -7,6 +7,11 @@ class ListModel;
 // Column numbers are sub-item indexes: 0 is the item's own text.
 
 void listview_Renumber(ListModel& list);
+// The number text of row `index` among `count` rows, as listview_Renumber writes it: padded with
+// zeros to the digits of the count (never fewer than two) unless the user turned padding off.
+// `width` comes from listview_NumberWidth(count), which reads the setting once for many rows.
+int listview_NumberWidth(int count);
+QString listview_NumberText(int index, int width);
 void listview_SelectItem(ListModel& list, int index);
 int listview_SelectedCount(const ListModel& list);
 bool listview_HasSelection(const ListModel& list);

@@ -1,6 +1,7 @@
 #include "playback/MpvPlayer.h"
 
 #include "playback/MpvApi.h"
+#include "playback/Player.h"
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QMetaObject>
@@ -147,6 +148,9 @@ void MpvPlayer::setFileName(const QString& name) {
 
 void MpvPlayer::load(const QString& path) {
     setFlag("pause", true);
+    // Subtitles and cover pictures beside a file are looked for by listing its whole folder,
+    // which the load waits for: worth it only where a picture shows.
+    m_api->set_property_string(m_mpv, "autoload-files", player_IsVideoFile(path) ? "yes" : "no");
     const QByteArray file = path.toUtf8();
     const char* argv[] = {"loadfile", file.constData(), "replace", nullptr};
     mpv_node result{};

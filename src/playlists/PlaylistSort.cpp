@@ -1,12 +1,12 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "core/modControls.h"
 #include "core/modMath.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistEditing.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 #include <QTime>
 #include <iterator>
@@ -67,9 +67,13 @@ void selectDirection(MainContext& ctx, int order) {
 void Menu_SelectSort(MainContext& ctx, const QString& menu, int sortKey,
                      const QString& settingName) {
     Commands& cmd = ctx.commands();
+    // The chosen key gets its 1 in the same pass, at the place its 0 would have taken: the
+    // same file, one write fewer, and none at all when the file already says so.
     for (const SortColumn& c : kSortColumns) {
         cmd.setChecked(QLatin1String(c.menu), false);
-        settings_Write(kSection, QLatin1String(c.setting), QStringLiteral("0"));
+        const bool chosen = settingName.compare(QLatin1String(c.setting), Qt::CaseInsensitive) == 0;
+        settings_Write(kSection, QLatin1String(c.setting),
+                       chosen ? QStringLiteral("1") : QStringLiteral("0"));
     }
     cmd.setChecked(menu, true);
     ctx.lstvPlaylist().setSortKey(sortKey);

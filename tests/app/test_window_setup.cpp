@@ -75,6 +75,23 @@ TEST(WindowSetup, CommandLineForms) {
         EXPECT_TRUE(QTest::qWaitFor([&] { return list.text(2, 1) == "c, d"; }, 5000));
         EXPECT_EQ(list.selectedItem(), 1); // the first of the new rows
         EXPECT_FALSE(r.ctx->StartedBySwitch);
+        EXPECT_EQ(list.text(2, 0), "03");
+    }
+    for (const bool padded : {true, false}) {
+        // The new rows take the list past 99: every number, old and new, gets three digits.
+        Restored r;
+        QByteArray rows;
+        for (int i = 1; i <= 99; ++i)
+            rows += row(QString::number(i), QStringLiteral("/old%1.mp3").arg(i));
+        r.write("Playlists/default.spp", rows);
+        if (!padded) r.write("settings.ini", "[Settings]\r\nUseNumberPaddingInPlaylists=0\r\n");
+        r.restore("\"/m/a.mp3\" \"/m/b.mp3\"");
+        ListModel& list = r.ctx->lstvPlaylist();
+        ASSERT_EQ(list.count(), 101);
+        EXPECT_EQ(list.text(0, 0), padded ? "001" : "1");
+        EXPECT_EQ(list.text(99, 0), "100");
+        EXPECT_EQ(list.text(100, 0), "101");
+        EXPECT_EQ(list.text(100, 6), "/m/b.mp3");
     }
     {
         Restored r;

@@ -11,6 +11,9 @@ TEST(CommandLine, SwitchesAndPathsBecomeTheClassicText) {
               "\"/m/x.mp3\" \"/home/y.mp3\"");
     // An absolute path that is not a switch stays a path.
     EXPECT_EQ(CommandLine::buildCommand({"/cdrom"}, "/"), "\"/cdrom\"");
+    // The longest spelling is still a switch; one letter more is a path.
+    EXPECT_EQ(CommandLine::buildCommand({"--MINIMIZE"}, "/"), "/minimize");
+    EXPECT_EQ(CommandLine::buildCommand({"--minimizee", "-"}, "/m"), "\"/m/--minimizee\" \"/m/-\"");
     EXPECT_EQ(CommandLine::buildCommand({}, "/"), "");
 }
 

@@ -8,6 +8,7 @@
 #include <QSet>
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 namespace {
 
@@ -105,6 +106,31 @@ TEST_F(SettingsStore, HandEditsAreSeenAtTheNextRead) {
     QFile::remove(home.settingsFile());
     QFile::rename(other, home.settingsFile());
     EXPECT_EQ(read("IntroductionRate"), "121");
+}
+
+// Start-up writes back most of what it reads: those writes must not replace the file.
+TEST_F(SettingsStore, OnlyAWriteThatChangesBytesReplacesTheFile) {
+    setFile("[Settings]\r\nShowToolbar=1\r\n");
+    const auto inode = [this] {
+        struct stat st {};
+        ::stat(QFile::encodeName(home.settingsFile()).constData(), &st);
+        return st.st_ino;
+    };
+    const auto before = inode();
+    settings_Write("Settings", "ShowToolbar", true);
+    settings_Write("Settings", "ShowToolbar", "1");
+    EXPECT_EQ(inode(), before);
+
+    settings_Write("settings", "showtoolbar", "1"); // the key's spelling is part of the bytes
+    EXPECT_EQ(file(), "[Settings]\r\nshowtoolbar=1\r\n");
+    EXPECT_NE(inode(), before);
+
+    settings_Write("Settings", "ShowStatusBar", "0"); // absent: written, though "0" is the default
+    EXPECT_EQ(file(), "[Settings]\r\nshowtoolbar=1\r\nShowStatusBar=0\r\n");
+
+    QFile::remove(home.settingsFile());
+    settings_Write("Settings", "Empty", "");
+    EXPECT_EQ(file(), "[Settings]\r\nEmpty=\r\n") << "a missing file is made";
 }
 
 TEST_F(SettingsStore, FirstOfDuplicatesWins) {

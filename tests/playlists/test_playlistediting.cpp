@@ -1,12 +1,14 @@
 #include "RowsFixture.h"
 
 #include "core/Colors.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/wmpPlayer.h"
-#include "core/PlaylistCombo.h"
 
 #include <QDir>
 #include <QFile>
+
+#include <sys/stat.h>
 
 using namespace PlaylistColumn;
 
@@ -251,6 +253,31 @@ TEST_F(PlaylistEditingTest, SortingOrdersByTextAndTheMenusKeepTheirGroups) {
     EXPECT_TRUE(next.commands().isChecked("mnuSortViaAcending"));
     EXPECT_FALSE(next.commands().isChecked("mnuDontSort"));
     EXPECT_EQ(next.lstvPlaylist().text(0, Artist), "x");
+}
+
+TEST_F(PlaylistEditingTest, TheSortKeysOfAFirstStartAndTheirRestoreLaterWriteNothingTwice) {
+    const QByteArray first = "[ListSorting]\r\nSortByArtist=0\r\nSortByTitle=0\r\nSortByYear=0\r\n"
+                             "SortByLength=0\r\nSortByFilename=1\r\nSortViaAscendingOrder=0\r\n"
+                             "SortViaDescendingOrder=0\r\nDoNotSortTheList=1\r\n";
+    EXPECT_EQ(TempHome::readFile(home.settingsFile()), first);
+    const auto inode = [this] {
+        struct stat st {};
+        ::stat(QFile::encodeName(home.settingsFile()).constData(), &st);
+        return st.st_ino;
+    };
+    const auto before = inode();
+    MainContext next;
+    PlaylistEditing_install(next);
+    window_RestoreSortModes(next);
+    EXPECT_EQ(inode(), before) << "a returning start leaves the file alone";
+
+    // The chosen column keeps its place among the keys.
+    QFile::remove(home.settingsFile());
+    ctx.commands().run("mnuSortViaAcending");
+    ctx.commands().run("mnuSortByArtist");
+    EXPECT_TRUE(TempHome::readFile(home.settingsFile())
+                    .endsWith("SortByArtist=1\r\nSortByTitle=0\r\nSortByYear=0"
+                              "\r\nSortByLength=0\r\nSortByFilename=0\r\n"));
 }
 
 TEST_F(PlaylistEditingTest, ShuffleKeepsEveryRowAndFindsThePlayingRowAgain) {

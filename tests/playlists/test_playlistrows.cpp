@@ -45,6 +45,15 @@ TEST_F(PlaylistRowsTest, RenumberPadsToTheDigitsOfTheCountAndNeverBelowTwo) {
     }
 }
 
+TEST(RowNumbers, TheHandWrittenTextIsWhatArgGives) {
+    for (int width : {0, 2, 3, 6})
+        for (int index : {0, 1, 7, 9, 10, 99, 100, 12345, 999999, 1000000, 2147483647}) {
+            const QString want = width > 0 ? QString("%1").arg(index, width, 10, QChar('0'))
+                                           : QString::number(index);
+            EXPECT_EQ(listview_NumberText(index, width), want) << index << " " << width;
+        }
+}
+
 TEST_F(PlaylistRowsTest, UpdateItemFillsFromTheFileTitleOrFromAnInstalledTagReader) {
     const QString a = makeFile("a.MP3"), b = makeFile("b.mp2");
     list().addRow({"", "", "T", "2001", "Play", "04:00", "/m/Song One.wav"});

@@ -208,6 +208,7 @@ void MpvPlayer::handleEvent(const mpv_event& event) {
             setCurrentPosition(m_pendingSeek);
             m_pendingSeek = -1;
         }
+        if (m_startPending && m_chainChanged) startLoaded();
         break;
     case MPV_EVENT_END_FILE: {
         const auto* end = static_cast<const mpv_event_end_file*>(event.data);
@@ -262,6 +263,9 @@ void MpvPlayer::Play() {
 
 void MpvPlayer::startLoaded() {
     if (!m_startPending || !m_mpv) return;
+    // Under load the file may still be opening: its first samples may already have gone
+    // through the old filters, so the start waits for the load and its seek.
+    if (m_chainChanged && m_loading) return;
     m_startPending = m_fresh = false;
     // Anything decoded while paused went through the old filters: a seek to where the song
     // starts throws it away.

@@ -142,9 +142,7 @@ TEST_F(SoundEngine, MuteIsNearSilenceWhileTheSliderStays) {
 
 // A stored volume is in force from the song's first sample, though the song starts before the
 // volume is applied; so are the balance and the mute.
-// Disabled: the engine's filter part of a deep cut can still come a few buffers late (about one
-// run in three); the volume itself is in force from the first sample.
-TEST_F(SoundEngine, DISABLED_StoredVolumeBalanceAndMuteHoldFromTheFirstSample) {
+TEST_F(SoundEngine, StoredVolumeBalanceAndMuteHoldFromTheFirstSample) {
     Player_install(ctx);
     const QString stored = home.file(QStringLiteral("Stored.wav"));
     ASSERT_TRUE(MediaFiles::makeWav(stored, 1.0, 440, 0.9));

@@ -2,7 +2,7 @@
 
 #include "app/CommandSocket.h"
 #include "app/FrmMain.h"
-#include "app/MainEvents.h"
+#include "app/PartsInstall.h"
 #include "app/PlayerWiring.h"
 #include "app/WindowClose.h"
 #include "app/WindowSetup.h"
@@ -19,8 +19,8 @@
 #include "playback/Lyrics.h"
 #include "playback/MpvApi.h"
 #include "playback/PlayNext.h"
-#include "playback/QueueStatus.h"
 #include "playback/Player.h"
+#include "playback/QueueStatus.h"
 #include "playback/SongAlert.h"
 #include "playback/Sound.h"
 #include "playback/SoundCheck.h"
@@ -159,33 +159,7 @@ int Sub_Main(int argc, char** argv) {
     window_SetMenuImages(window.menuBar());
     g_window = &window;
     window.Command = CommandLine::buildCommand(arguments, QDir::currentPath());
-    Player_install(ctx);
-    const auto video = PlayerWiring_install(window);
-    TrackAdvance_install(ctx);
-    LyricsAlerts_install(ctx);
-    Sound_install(ctx);
-    PlayNext_install(ctx);
-    QueueStatus_install(ctx);
-    Tracking_install(ctx);
-    PlaylistEditing_install(ctx);
-    PlaylistFiles_install(ctx);
-    PlaylistAutosave_install(ctx);
-    PlaylistTools_install(ctx);
-    AddMedia_install(ctx);
-    AddMedia_connectView(ctx, window.lstvPlaylist());
-    Tags_install(ctx);
-    MediaLibrary_install(ctx);
-    CDPlayer_install(ctx);
-    SystemSetup_install(ctx);
-    lyrics_SetReader(tags_ReadLyrics);
-    Desktop_install(ctx, &window);
-    MiniMode_install(ctx, &window);
-    MainEvents_install(window);
-    FrmPreferences_install(ctx, &window);
-    FrmOptions_install(ctx, &window);
-    FrmMenus::install(ctx);
-    ctx.window_ApplyAppearance = [&window] { window.applyAppearance(); };
-    ctx.window_FormResize = [&window] { window.Form_Resize(); };
+    const auto video = Parts_install(window);
     ConsoleLog::instance().form_Load();
 
     if (!multiple) {

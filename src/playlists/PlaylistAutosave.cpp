@@ -105,7 +105,10 @@ private:
 };
 
 Autosave* autosaveOf(MainContext& ctx) {
-    return ctx.findChild<Autosave*>(QStringLiteral("PlaylistAutosave"), Qt::FindDirectChildrenOnly);
+    // No Q_OBJECT here, so findChild could not tell it from another object of that name.
+    for (QObject* child : ctx.children())
+        if (auto* saver = dynamic_cast<Autosave*>(child)) return saver;
+    return nullptr;
 }
 
 } // namespace

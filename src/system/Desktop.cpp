@@ -5,7 +5,6 @@
 #include "core/Settings.h"
 #include "playback/FrmVolume.h"
 #include "system/GlobalKeys.h"
-#include "system/GlobalKeysEditor.h"
 #include "system/MainKeys.h"
 #include "system/Messenger.h"
 #include "system/Mpris.h"
@@ -14,10 +13,7 @@
 #include "system/modWindows.h"
 
 #include <QApplication>
-#include <QDialog>
-#include <QDialogButtonBox>
 #include <QTimer>
-#include <QVBoxLayout>
 #include <QWidget>
 
 namespace {
@@ -40,17 +36,6 @@ void mnuWindowsDisableGlobalHotkeys_Click(MainContext& ctx, X11Hotkeys* keys) {
     if (ctx.WindowShown) keys->setEnabled(wasChecked);
 }
 
-void openGlobalKeysPage(MainContext& ctx, QWidget* owner) {
-    auto* dialog = new QDialog(owner);
-    dialog->setObjectName(QStringLiteral("FrmPreferences"));
-    dialog->setWindowTitle(QStringLiteral("Global Hot Keys »"));
-    auto* layout = new QVBoxLayout(dialog);
-    layout->addWidget(new GlobalKeysPage(ctx, dialog));
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Close, dialog);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
-    layout->addWidget(buttons);
-    modWindows::window_ShowModal(ctx, dialog, owner, true);
-}
 } // namespace
 
 void Desktop_install(MainContext& ctx, QWidget* mainWindow) {
@@ -92,8 +77,6 @@ void Desktop_install(MainContext& ctx, QWidget* mainWindow) {
     };
     c.setHandler(QStringLiteral("mnuWindowsDisableGlobalHotkeys"),
                  [&ctx, keys] { mnuWindowsDisableGlobalHotkeys_Click(ctx, keys); });
-    c.setHandler(QStringLiteral("mnuWindowsEditWindowsGLobalHotkeys"),
-                 [&ctx, mainWindow] { openGlobalKeysPage(ctx, mainWindow); });
     QTimer::singleShot(0, keys, [&ctx, keys] {
         if (!ctx.commands().isChecked(QStringLiteral("mnuWindowsDisableGlobalHotkeys")))
             keys->setEnabled(true);

@@ -65,7 +65,7 @@ FrmCheckForUpdates::FrmCheckForUpdates(QWidget* parent)
     lblCurrentDiscription->setText(QStringLiteral("Release"));
 
     auto* site = new QLabel(QStringLiteral("<a href=\"%1\">VELDOR on the web</a>")
-                                .arg(UpdateCheck::baseUrl().toString().toHtmlEscaped()));
+                                .arg(UpdateCheck::homepageUrl().toString().toHtmlEscaped()));
     site->setObjectName(QStringLiteral("lblWebSite"));
     site->setAccessibleName(QStringLiteral("VELDOR on the web"));
     site->setOpenExternalLinks(true);

@@ -130,7 +130,7 @@ void GlobalKeysEditor::setApply(bool on) {
     Q_EMIT applyEnabledChanged(on);
 }
 
-GlobalKeysPage::GlobalKeysPage(MainContext& ctx, QWidget* parent)
+GlobalKeysPage::GlobalKeysPage(MainContext& ctx, QWidget* parent, bool standalone)
     : QWidget(parent), m_ctx(ctx), m_rules(this) {
     setObjectName(QStringLiteral("GlobalHotKeys"));
     setWindowTitle(QStringLiteral("Global Hot Keys"));
@@ -188,6 +188,13 @@ GlobalKeysPage::GlobalKeysPage(MainContext& ctx, QWidget* parent)
         settings_Write(QStringLiteral("Settings"), QStringLiteral("DisableGlobalHotkeys"),
                        on ? 1 : 0);
     });
+    if (!standalone) {
+        // Hidden and nameless, so nothing finds them in place of the preferences' own.
+        for (QWidget* own : {static_cast<QWidget*>(cmdApply), static_cast<QWidget*>(chkDisable)}) {
+            own->hide();
+            own->setObjectName(QString());
+        }
+    }
     listview_SelectItem(m_rules.lstvItems(), 1);
     showRow();
 }

@@ -36,6 +36,8 @@ public:
     // Writes the fourteen keys and installs them through `ctx` when given.
     void cmdApply_Click(MainContext* ctx);
     bool applyEnabled() const { return m_apply; }
+    // The rows were written by someone else (the preferences' own Apply).
+    void applied() { setApply(false); }
 
 Q_SIGNALS:
     void applyEnabledChanged(bool on);
@@ -46,11 +48,12 @@ private:
     bool m_apply = false;
 };
 
-// The page itself, for the preferences window and the menu entry that opens it.
+// The page itself. Standing alone it has its own Apply and check box; inside the preferences
+// their Apply and check box serve instead.
 class GlobalKeysPage : public QWidget {
     Q_OBJECT
 public:
-    GlobalKeysPage(MainContext& ctx, QWidget* parent = nullptr);
+    GlobalKeysPage(MainContext& ctx, QWidget* parent = nullptr, bool standalone = true);
     GlobalKeysEditor& rules() { return m_rules; }
 
 private:

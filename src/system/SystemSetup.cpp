@@ -1,12 +1,15 @@
 #include "system/SystemSetup.h"
 
 #include "core/App.h"
+#include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "system/FrmCheckForUpdates.h"
+#include "system/UpdateCheck.h"
 #include "system/modFileAssociations.h"
+#include "system/modWindows.h"
 
 namespace {
 
@@ -38,10 +41,24 @@ void associations_Apply() {
                     QStringLiteral("File Types"));
 }
 
+// The desktop's browser shows the page; without one the user is told where it is.
+void openPage(const QUrl& url) {
+    if (modWindows::shell_Open(url.toString())) return;
+    Dialogs::msgBox(QStringLiteral("No web browser could be started for this page:\n\n%1\n")
+                        .arg(url.toString()),
+                    Dialogs::vbExclamation, QStringLiteral("Web Page Error"));
+}
+
 } // namespace
 
 void SystemSetup_install(MainContext& ctx) {
     CheckForUpdates_install(ctx);
+    Commands& c = ctx.commands();
+    c.setHandler(QStringLiteral("mnuForum"), [] { openPage(UpdateCheck::forumUrl()); });
+    c.setHandler(QStringLiteral("mnuHomepage"), [] { openPage(UpdateCheck::homepageUrl()); });
+    // The Media Library calls the home page its website.
+    c.add(QStringLiteral("mnuWebsite"), c.caption(QStringLiteral("mnuHomepage")));
+    c.setHandler(QStringLiteral("mnuWebsite"), [] { openPage(UpdateCheck::homepageUrl()); });
     ctx.associations_Apply = associations_Apply;
     modFileAssociations::filetype_RegisterAtStartup(App::Title());
 }

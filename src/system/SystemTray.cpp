@@ -114,7 +114,7 @@ void SystemTray::buildMenu() {
         auto* a = new QAction(m_menu);
         a->setObjectName(QLatin1String(item.name));
         const auto follow = [a, target] {
-            a->setText(target->text().section(QLatin1Char('\t'), 0, 0));
+            a->setText(target->text()); // key hint included, as on the main menu
             a->setEnabled(target->isEnabled());
         };
         follow();

@@ -17,6 +17,13 @@ QUrl archiveUrl() {
     return baseUrl().resolved(QUrl(QStringLiteral("download/veldor.zip")));
 }
 
+QUrl forumUrl() {
+    return baseUrl().resolved(QUrl(QStringLiteral("forum/")));
+}
+QUrl homepageUrl() {
+    return baseUrl().resolved(QUrl(QStringLiteral("/")));
+}
+
 Offer readOffer(const QString& updPath) {
     const IniFile ini(updPath);
     const QString value = QStringLiteral("Value");

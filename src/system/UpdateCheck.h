@@ -10,6 +10,9 @@ namespace UpdateCheck {
 QUrl baseUrl();
 QUrl versionFileUrl(); // {base}updates/veldor.upd
 QUrl archiveUrl();     // {base}download/veldor.zip
+// The maker's two pages, from the same base, so a private server serves them too.
+QUrl forumUrl();    // {base}forum/
+QUrl homepageUrl(); // the base's site root
 
 constexpr qint64 MaxVersionFileBytes = 64 * 1024;
 constexpr qint64 MaxArchiveBytes = 512LL * 1024 * 1024;

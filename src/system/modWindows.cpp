@@ -54,6 +54,13 @@ QRect screenFor(const QRect& r) {
 
 // Once the window manager has framed a restored window, its frame is pulled onto the screen
 // too: a title bar above the screen's top cannot be grabbed.
+// findChild needs Q_OBJECT to tell types apart; these small filters go without it.
+template <typename T> T* keeperOf(QWidget* window) {
+    for (QObject* child : window->children())
+        if (auto* keeper = dynamic_cast<T*>(child)) return keeper;
+    return nullptr;
+}
+
 class FrameKeeper : public QObject {
 public:
     explicit FrameKeeper(QWidget* window) : QObject(window), m_window(window) {
@@ -131,8 +138,7 @@ void window_RestorePosition(QWidget* window, const QString& name, int margin) {
     g.setWidth(qMax(200, g.width()));
     g.setHeight(qMax(150, g.height()));
     window->setGeometry(clampToArea(g, screenFor(g)));
-    if (!window->findChild<FrameKeeper*>(QString(), Qt::FindDirectChildrenOnly))
-        new FrameKeeper(window);
+    if (!keeperOf<FrameKeeper>(window)) new FrameKeeper(window);
     // The maximised flag is looked for in "Position", which nothing writes.
     if (settings_IsOn(QStringLiteral("Position"), QStringLiteral("Window_Maximized"),
                       QStringLiteral("0")))
@@ -264,7 +270,7 @@ void window_ShowAboutWindows(MainContext& ctx, const QString& title, QWidget* ow
 
 void window_ShowInTaskbar(QWidget* window, bool show) {
     if (!window) return;
-    auto* keeper = window->findChild<SkipTaskbarKeeper*>(QString(), Qt::FindDirectChildrenOnly);
+    auto* keeper = keeperOf<SkipTaskbarKeeper>(window);
     if (!keeper) keeper = new SkipTaskbarKeeper(window);
     keeper->skip = !show;
     sendSkipTaskbar(window, !show);

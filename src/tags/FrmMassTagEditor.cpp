@@ -9,13 +9,10 @@
 #include "tags/clsID3v1.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QFormLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -33,11 +30,8 @@ FrmMassTagEditor* FrmMassTagEditor::open(MainContext& ctx) {
 }
 
 FrmMassTagEditor::FrmMassTagEditor(MainContext& ctx, QWidget* parent)
-    : QWidget(parent, Qt::Dialog), m_ctx(ctx) {
-    setObjectName(QStringLiteral("FrmMassTagEditor"));
-    setWindowTitle(QStringLiteral("Mass Tag Editor"));
-    setAccessibleName(QStringLiteral("Mass Tag Editor"));
-    setAttribute(Qt::WA_DeleteOnClose);
+    : FrmMassTool(ctx, parent, QStringLiteral("FrmMassTagEditor"),
+                  QStringLiteral("Mass Tag Editor")) {
 
     txtArtist = edit(this, QStringLiteral("txtArtist"), QStringLiteral("Artist:"));
     txtAlbum = edit(this, QStringLiteral("txtAlbum"), QStringLiteral("Album:"));
@@ -56,16 +50,10 @@ FrmMassTagEditor::FrmMassTagEditor(MainContext& ctx, QWidget* parent)
                            QStringLiteral("Close window once the tags have been edited..."));
     chkSaveChanges = check(this, QStringLiteral("chkSaveChanges"),
                            QStringLiteral("Save current playlist after changes are made..."));
-    pbBar = progressBar(this);
     for (const char* name :
          {"lblArtist", "lblTitle", "lblAlbum", "lblYear", "lblComments", "lblGenre"})
         hiddenLabel(this, QLatin1String(name));
-    cmdBack = button(this, QStringLiteral("cmdBack"), QStringLiteral("« &Back"));
     cmdEditAll = button(this, QStringLiteral("cmdEditAll"), QStringLiteral("&Edit All »"));
-    cmdEditAll->setDefault(true);
-    cmdClose = button(this, QStringLiteral("cmdClose"), QStringLiteral("&Close"));
-    cmdCancel = button(this, QStringLiteral("cmdCancel"), QStringLiteral("C&ancel"));
-    cmdCancel->hide();
 
     const auto note = [this](const QString& text) {
         auto* label = new QLabel(text, this);
@@ -78,14 +66,6 @@ FrmMassTagEditor::FrmMassTagEditor(MainContext& ctx, QWidget* parent)
     form->addRow(QStringLiteral("Year:"), txtYear);
     form->addRow(QStringLiteral("Comments:"), txtComments);
     form->addRow(QStringLiteral("Genre:"), lstGenre);
-    auto* progress = new QHBoxLayout;
-    progress->addWidget(pbBar, 1);
-    progress->addWidget(cmdCancel);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(cmdBack);
-    buttons->addStretch();
-    buttons->addWidget(cmdEditAll);
-    buttons->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(note(QStringLiteral(
         "The Title of each song will be left how it was, unless you specify that you want it "
@@ -97,29 +77,14 @@ FrmMassTagEditor::FrmMassTagEditor(MainContext& ctx, QWidget* parent)
         "specified to have the Titles cleared).")));
     for (QWidget* w : {chkEditID3v2, chkClearTitle, chkCloseWindow, chkSaveChanges})
         layout->addWidget(w);
-    layout->addLayout(progress);
-    layout->addLayout(buttons);
+    addRunRows(layout, cmdEditAll);
     resize(520, 560);
 
     connect(cmdEditAll, &QPushButton::clicked, this, [this] { cmdEditAll_Click(); });
-    connect(cmdBack, &QPushButton::clicked, this, &QWidget::close);
-    connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    connect(cmdCancel, &QPushButton::clicked, this, [this] {
-        if (m_run) m_run->cancel();
-    });
-}
-
-void FrmMassTagEditor::setRunning(bool running) {
-    for (QWidget* w : std::initializer_list<QWidget*>{
-             txtArtist, txtAlbum, txtYear, txtComments, lstGenre, chkEditID3v2, chkClearTitle,
-             chkCloseWindow, chkSaveChanges, cmdBack, cmdEditAll, cmdClose})
-        w->setEnabled(!running);
-    pbBar->setVisible(running);
-    cmdCancel->setVisible(running);
 }
 
 bool FrmMassTagEditor::cmdEditAll_Click() {
-    if (m_run) return false;
+    if (running()) return false;
     if (lstGenre->currentRow() < 0 || lstGenre->selectedItems().isEmpty()) {
         Dialogs::msgBox(QStringLiteral("It has been detected that you have not selected a Genre."
                                        "\n\nThis function will not be proformed."),
@@ -141,31 +106,12 @@ bool FrmMassTagEditor::cmdEditAll_Click() {
     options.genre = lstGenre->currentRow();
     options.editID3v2 = chkEditID3v2->isChecked();
     options.clearTitle = chkClearTitle->isChecked();
-    m_run = new MassTagEdit(m_ctx, options, this);
-    setRunning(true);
-    pbBar->setMaximum(m_ctx.lstvPlaylist().count());
-    pbBar->setValue(0);
-    connect(m_run, &TagBatch::progress, pbBar, &QProgressBar::setValue);
-    connect(m_run, &TagBatch::finished, this, &FrmMassTagEditor::finished);
-    m_run->start();
+    startRun(new MassTagEdit(m_ctx, options, this),
+             {txtArtist, txtAlbum, txtYear, txtComments, lstGenre, chkEditID3v2, chkClearTitle,
+              chkCloseWindow, chkSaveChanges});
     return true;
 }
 
-void FrmMassTagEditor::finished() {
-    m_run->deleteLater();
-    m_run = nullptr;
+void FrmMassTagEditor::runEnded() {
     tags_SavePlaylistIfAsked(m_ctx, chkSaveChanges->isChecked());
-    setRunning(false);
-    Q_EMIT runFinished();
-    if (chkCloseWindow->isChecked() || m_closeAfterRun) close();
-}
-
-void FrmMassTagEditor::closeEvent(QCloseEvent* event) {
-    if (m_run) {
-        m_run->cancel();
-        m_closeAfterRun = true;
-        event->ignore();
-        return;
-    }
-    QWidget::closeEvent(event);
 }

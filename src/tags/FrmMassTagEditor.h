@@ -1,8 +1,6 @@
 #pragma once
+#include "tags/FrmMassTool.h"
 #include "tags/MassTagEdit.h"
-
-#include <QPointer>
-#include <QWidget>
 
 class MainContext;
 class QCheckBox;
@@ -12,14 +10,14 @@ class QProgressBar;
 class QPushButton;
 
 // Writes the same artist, album, year, comment and genre into every tagged file of the playlist.
-class FrmMassTagEditor : public QWidget {
+class FrmMassTagEditor : public FrmMassTool {
     Q_OBJECT
 public:
     static FrmMassTagEditor* open(MainContext& ctx);
 
     // Starts the run (false when refused); it ends in the event loop.
     bool cmdEditAll_Click();
-    MassTagEdit* run() const { return m_run; }
+    MassTagEdit* run() const { return static_cast<MassTagEdit*>(batch()); }
 
     QLineEdit* txtArtist;
     QLineEdit* txtAlbum;
@@ -28,28 +26,12 @@ public:
     QListWidget* lstGenre;
     QCheckBox* chkEditID3v2;
     QCheckBox* chkClearTitle;
-    QCheckBox* chkCloseWindow;
     QCheckBox* chkSaveChanges;
-    QProgressBar* pbBar;
-    QPushButton* cmdBack;
     QPushButton* cmdEditAll;
-    QPushButton* cmdClose;
-    QPushButton* cmdCancel;
-
-Q_SIGNALS:
-    void runFinished();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     FrmMassTagEditor(MainContext& ctx, QWidget* parent);
-    void setRunning(bool running);
-    void finished();
-
-    MainContext& m_ctx;
-    QPointer<MassTagEdit> m_run;
-    bool m_closeAfterRun = false;
+    void runEnded() override;
 };
 
 void mnuPlaylistEditAllTags_Click(MainContext& ctx);

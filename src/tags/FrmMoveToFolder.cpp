@@ -13,14 +13,12 @@
 #include "ui/ListView.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QDir>
 #include <QFileInfo>
 #include <QFormLayout>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStandardPaths>
@@ -39,13 +37,10 @@ FrmMoveToFolder* FrmMoveToFolder::open(MainContext& ctx) {
 }
 
 FrmMoveToFolder::FrmMoveToFolder(MainContext& ctx, QWidget* parent)
-    : QWidget(parent, Qt::Dialog), m_ctx(ctx),
+    : FrmMassTool(ctx, parent, QStringLiteral("FrmMoveToFolder"),
+                  QStringLiteral("Move Music To Folder")),
       m_items(new ListModel(
           {QStringLiteral("Number:"), QStringLiteral("Artist"), QStringLiteral("Title:")}, this)) {
-    setObjectName(QStringLiteral("FrmMoveToFolder"));
-    setWindowTitle(QStringLiteral("Move Music To Folder"));
-    setAccessibleName(QStringLiteral("Move Music To Folder"));
-    setAttribute(Qt::WA_DeleteOnClose);
     m_items->setObjectName(QStringLiteral("lstvItems"));
 
     const QString captions[3] = {QStringLiteral("Search by Artist..."),
@@ -73,13 +68,7 @@ FrmMoveToFolder::FrmMoveToFolder(MainContext& ctx, QWidget* parent)
     chkCloseWindow =
         check(this, QStringLiteral("chkCloseWindow"),
               QStringLiteral("Close this window once the files have been moved/copied..."));
-    cmdBack = button(this, QStringLiteral("cmdBack"), QStringLiteral("« &Back"));
     cmdMove = button(this, QStringLiteral("cmdMove"), QStringLiteral("&Move »"));
-    cmdMove->setDefault(true);
-    cmdClose = button(this, QStringLiteral("cmdClose"), QStringLiteral("&Close"));
-    cmdCancel = button(this, QStringLiteral("cmdCancel"), QStringLiteral("C&ancel"));
-    cmdCancel->hide();
-    pbBar = progressBar(this);
     for (const char* name : {"lblTitle", "lblYear", "lblAlbum", "lblArtist", "lblFilename"})
         hiddenLabel(this, QLatin1String(name));
     auto* view = new ListView(m_items, this);
@@ -95,31 +84,17 @@ FrmMoveToFolder::FrmMoveToFolder(MainContext& ctx, QWidget* parent)
     dest->addWidget(txtDestination, 1);
     dest->addWidget(cmbBrowse);
     form->addRow(QStringLiteral("Specify destination folder:"), dest);
-    auto* progress = new QHBoxLayout;
-    progress->addWidget(pbBar, 1);
-    progress->addWidget(cmdCancel);
-    auto* buttons = new QHBoxLayout;
-    buttons->addWidget(cmdBack);
-    buttons->addStretch();
-    buttons->addWidget(cmdMove);
-    buttons->addWidget(cmdClose);
     auto* layout = new QVBoxLayout(this);
     layout->addLayout(form);
     for (QWidget* w : {chkSearchID3v2, chkCopyFiles, chkShowFiles, chkCloseWindow})
         layout->addWidget(w);
     layout->addWidget(lblMusicMoved);
     layout->addWidget(view, 1);
-    layout->addLayout(progress);
-    layout->addLayout(buttons);
+    addRunRows(layout, cmdMove);
     resize(560, 520);
 
     connect(cmbBrowse, &QPushButton::clicked, this, &FrmMoveToFolder::cmbBrowse_Click);
     connect(cmdMove, &QPushButton::clicked, this, [this] { cmdMove_Click(); });
-    connect(cmdBack, &QPushButton::clicked, this, &QWidget::close);
-    connect(cmdClose, &QPushButton::clicked, this, &QWidget::close);
-    connect(cmdCancel, &QPushButton::clicked, this, [this] {
-        if (m_run) m_run->cancel();
-    });
     opOptions[0]->setChecked(true);
     SearchOption = 0;
 }
@@ -139,18 +114,8 @@ void FrmMoveToFolder::cmbBrowse_Click() {
     if (!folder.isEmpty()) txtDestination->setText(folder);
 }
 
-void FrmMoveToFolder::setRunning(bool running) {
-    for (QWidget* w :
-         std::initializer_list<QWidget*>{opOptions[0], opOptions[1], opOptions[2], txtSearch,
-                                         txtDestination, cmbBrowse, chkSearchID3v2, chkCopyFiles,
-                                         chkShowFiles, chkCloseWindow, cmdBack, cmdMove, cmdClose})
-        w->setEnabled(!running);
-    pbBar->setVisible(running);
-    cmdCancel->setVisible(running);
-}
-
 bool FrmMoveToFolder::cmdMove_Click() {
-    if (m_run) return false;
+    if (running()) return false;
     const QString title = MoveToFolder::title();
     if (txtDestination->text().isEmpty()) {
         Dialogs::msgBox(QStringLiteral("It has been detected that you have not entered/selected "
@@ -191,19 +156,13 @@ bool FrmMoveToFolder::cmdMove_Click() {
     options.searchID3v2 = chkSearchID3v2->isChecked();
     options.copyFiles = chkCopyFiles->isChecked();
     listview_Clear(*m_items);
-    m_run = new MoveToFolder(m_ctx, options, *m_items, this);
-    setRunning(true);
-    pbBar->setMaximum(m_ctx.lstvPlaylist().count());
-    pbBar->setValue(0);
-    connect(m_run, &TagBatch::progress, pbBar, &QProgressBar::setValue);
-    connect(m_run, &TagBatch::finished, this, &FrmMoveToFolder::finished);
-    m_run->start();
+    startRun(new MoveToFolder(m_ctx, options, *m_items, this),
+             {opOptions[0], opOptions[1], opOptions[2], txtSearch, txtDestination, cmbBrowse,
+              chkSearchID3v2, chkCopyFiles, chkShowFiles, chkCloseWindow});
     return true;
 }
 
-void FrmMoveToFolder::finished() {
-    m_run->deleteLater();
-    m_run = nullptr;
+void FrmMoveToFolder::runEnded() {
     lblMusicMoved->setText(QStringLiteral("Music Moved To Folder:  ") +
                            QStringLiteral("%1").arg(m_items->count(), 2, 10, QLatin1Char('0')));
     listview_Renumber(*m_items);
@@ -213,17 +172,4 @@ void FrmMoveToFolder::finished() {
         playlist_ShowMP3Data(m_ctx, false);
         listview_Renumber(m_ctx.lstvPlaylist());
     }
-    setRunning(false);
-    Q_EMIT runFinished();
-    if (chkCloseWindow->isChecked() || m_closeAfterRun) close();
-}
-
-void FrmMoveToFolder::closeEvent(QCloseEvent* event) {
-    if (m_run) {
-        m_run->cancel();
-        m_closeAfterRun = true;
-        event->ignore();
-        return;
-    }
-    QWidget::closeEvent(event);
 }

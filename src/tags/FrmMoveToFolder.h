@@ -1,8 +1,6 @@
 #pragma once
+#include "tags/FrmMassTool.h"
 #include "tags/MoveToFolder.h"
-
-#include <QPointer>
-#include <QWidget>
 
 class ListModel;
 class MainContext;
@@ -14,7 +12,7 @@ class QPushButton;
 class QRadioButton;
 
 // Moves or copies the playlist's tagged files whose artist, album or year matches into a folder.
-class FrmMoveToFolder : public QWidget {
+class FrmMoveToFolder : public FrmMassTool {
     Q_OBJECT
 public:
     static FrmMoveToFolder* open(MainContext& ctx);
@@ -24,7 +22,7 @@ public:
     void cmbBrowse_Click();
     // Starts the run (false when refused); it ends in the event loop.
     bool cmdMove_Click();
-    MoveToFolder* run() const { return m_run; }
+    MoveToFolder* run() const { return static_cast<MoveToFolder*>(batch()); }
     ListModel& lstvItems() { return *m_items; }
 
     int SearchOption = 0;
@@ -35,30 +33,15 @@ public:
     QCheckBox* chkSearchID3v2;
     QCheckBox* chkCopyFiles;
     QCheckBox* chkShowFiles;
-    QCheckBox* chkCloseWindow;
-    QPushButton* cmdBack;
     QPushButton* cmdMove;
-    QPushButton* cmdClose;
-    QPushButton* cmdCancel;
-    QProgressBar* pbBar;
     QLabel* lblMusicMoved;
-
-Q_SIGNALS:
-    void runFinished();
-
-protected:
-    void closeEvent(QCloseEvent* event) override;
 
 private:
     FrmMoveToFolder(MainContext& ctx, QWidget* parent);
-    void setRunning(bool running);
-    void finished();
+    void runEnded() override;
 
-    MainContext& m_ctx;
     ListModel* m_items;
-    QPointer<MoveToFolder> m_run;
     QString m_destination;
-    bool m_closeAfterRun = false;
 };
 
 void mnuPlaylistMoveMusicToFolder_Click(MainContext& ctx);

@@ -11,8 +11,6 @@
 #include "stats/Tracking.h"
 #include "tags/RenameRules.h"
 #include "tags/SafeFiles.h"
-#include "tags/clsID3v1.h"
-#include "tags/clsID3v2.h"
 
 #include <QFileInfo>
 
@@ -53,20 +51,8 @@ void MassRename::doRow(int row) {
     }
     if (!tags_IsTagged(file)) return;
 
-    QString artist, songTitle, album;
-    if (m_options.useID3v2) {
-        clsID3v2 tag;
-        tag.setFilename(file);
-        artist = tag.Artist();
-        songTitle = tag.Title();
-        album = tag.Album();
-    } else {
-        clsID3v1 tag;
-        tag.setFilename(file);
-        artist = tag.Artist();
-        songTitle = tag.Title();
-        album = tag.Album();
-    }
+    const TagTexts t = tags_ReadTexts(file, m_options.useID3v2);
+    const QString &artist = t.artist, &songTitle = t.title, &album = t.album;
     const QString name = rename_CleanName(rename_BuildName(m_options.pattern, artist, songTitle,
                                                            album, m_options.addNumbers ? row : -1,
                                                            modFiles::file_GetExtension(file)));

@@ -7,8 +7,6 @@
 #include "playlists/PlaylistRows.h"
 #include "tags/RenameRules.h"
 #include "tags/SafeFiles.h"
-#include "tags/clsID3v1.h"
-#include "tags/clsID3v2.h"
 
 #include <QFileInfo>
 #include <cstring>
@@ -40,22 +38,8 @@ void MoveToFolder::doRow(int row) {
     if (row > rows.count()) return;
     const QString file = rows.text(row - 1, PlaylistColumn::Filename);
     if (!tags_IsTagged(file)) return;
-    QString artist, songTitle, year, album;
-    if (m_options.searchID3v2) {
-        clsID3v2 tag;
-        tag.setFilename(file);
-        artist = tag.Artist();
-        songTitle = tag.Title();
-        year = tag.Year();
-        album = tag.Album();
-    } else {
-        clsID3v1 tag;
-        tag.setFilename(file);
-        artist = tag.Artist();
-        songTitle = tag.Title();
-        year = tag.Year();
-        album = tag.Album();
-    }
+    const TagTexts t = tags_ReadTexts(file, m_options.searchID3v2);
+    const QString &artist = t.artist, &songTitle = t.title, &year = t.year, &album = t.album;
     const QString& field =
         m_options.searchOption == 1 ? album : (m_options.searchOption == 2 ? year : artist);
     if (!matches(field, m_options.search)) return;

@@ -10,6 +10,8 @@
 #include "playback/AdjustVolumes.h"
 #include "playlists/PlaylistRows.h"
 #include "stats/Tracking.h"
+#include "tags/clsID3v1.h"
+#include "tags/clsID3v2.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -84,6 +86,18 @@ bool tags_IsTagged(const QString& filename) {
     const QString ext = modFiles::file_GetExtension(filename).toLower();
     return ext == QLatin1String("mp3") || ext == QLatin1String("mp2") ||
            ext == QLatin1String("mp1");
+}
+
+namespace {
+template <typename Tag> TagTexts textsOf(const QString& filename) {
+    Tag tag;
+    tag.setFilename(filename);
+    return {tag.Artist(), tag.Title(), tag.Album(), tag.Year()};
+}
+} // namespace
+
+TagTexts tags_ReadTexts(const QString& filename, bool id3v2) {
+    return id3v2 ? textsOf<clsID3v2>(filename) : textsOf<clsID3v1>(filename);
 }
 
 bool tags_IsLoaded(MainContext& ctx, const QString& filename) {

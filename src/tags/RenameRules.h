@@ -29,6 +29,12 @@ bool rename_IsUsableName(const QString& name);
 // True for "mp3", "mp2" and "mp1", any case.
 bool tags_IsTagged(const QString& filename);
 
+// The texts the mass tools go by, from the file's ID3v2 tag or its ID3v1 tag.
+struct TagTexts {
+    QString artist, title, album, year;
+};
+TagTexts tags_ReadTexts(const QString& filename, bool id3v2);
+
 // True when `filename` is the file loaded in the media control (names compared lower-cased).
 bool tags_IsLoaded(MainContext& ctx, const QString& filename);
 

@@ -100,6 +100,19 @@ void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
     playlist_ShowMP3Data(ctx, false);
 }
 
+namespace {
+// When tags are read is one choice: as rows are added, or as they are played.
+void mnuTagsShowTags_Click(MainContext& ctx, bool whenAdded) {
+    Commands& c = ctx.commands();
+    c.setChecked(QStringLiteral("mnuTagsShowTagsAsFilesAreAdded"), whenAdded);
+    c.setChecked(QStringLiteral("mnuTagsShowTagsAsFilesArePlayed"), !whenAdded);
+    settings_Write(QStringLiteral("Settings"), QStringLiteral("TagsShowTagsAsFilesAreAdded"),
+                   whenAdded ? QStringLiteral("1") : QStringLiteral("0"));
+    settings_Write(QStringLiteral("Settings"), QStringLiteral("TagsShowTagsAsFilesArePlayed"),
+                   whenAdded ? QStringLiteral("0") : QStringLiteral("1"));
+}
+} // namespace
+
 void Tags_install(MainContext& ctx) {
     // Tag writes a kill cut short in an earlier run are rolled back or cleared away.
     TagShift::recoverAll();
@@ -126,6 +139,10 @@ void Tags_install(MainContext& ctx) {
     Commands& c = ctx.commands();
     c.action(QStringLiteral("mnuTagsUseID3v2Tags"))->setCheckable(true);
     c.setHandler(QStringLiteral("mnuTagsUseID3v2Tags"), [&ctx] { mnuTagsUseID3v2Tags_Click(ctx); });
+    c.setHandler(QStringLiteral("mnuTagsShowTagsAsFilesAreAdded"),
+                 [&ctx] { mnuTagsShowTags_Click(ctx, true); });
+    c.setHandler(QStringLiteral("mnuTagsShowTagsAsFilesArePlayed"),
+                 [&ctx] { mnuTagsShowTags_Click(ctx, false); });
     // The editor and the rename and mass tools.
     c.setHandler(QStringLiteral("mnuProperties"), [&ctx] { mnuProperties_Click(ctx); });
     for (const char* name : {"mnuRenameFilename", "mnuSelectedRenameFilename"})

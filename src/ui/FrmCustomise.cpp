@@ -82,8 +82,15 @@ void FrmCustomise::showColours() {
 void FrmCustomise::select(int index) {
     if (index < 0 || index >= MiniModeColours::Count) return;
     m_selected = index;
-    for (int i = 0; i < MiniModeColours::Count; ++i)
-        m_pictures[size_t(i)]->setLineWidth(i == index ? 3 : 1);
+    // The chosen picture is ringed in the highlight colour, which shows on any fill.
+    for (int i = 0; i < MiniModeColours::Count; ++i) {
+        QFrame* picture = m_pictures[size_t(i)];
+        QPalette p = picture->palette();
+        p.setColor(QPalette::WindowText,
+                   palette().color(i == index ? QPalette::Highlight : QPalette::WindowText));
+        picture->setPalette(p);
+        picture->setLineWidth(i == index ? 3 : 1);
+    }
 }
 
 bool FrmCustomise::eventFilter(QObject* watched, QEvent* event) {
@@ -114,12 +121,27 @@ void FrmCustomise::cmdDefault_Click() {
 
 void FrmCustomise::cmdSave_Click() {
     m_colours.write();
+    if (m_font)
+        settings_Write(QStringLiteral("MiniModeSettings"), QStringLiteral("Font"),
+                       m_font->toString());
     Q_EMIT saved();
     accept();
 }
 
 void FrmCustomise::cmdFont_Click() {
-    const auto font = Dialogs::chooseFont(QStringLiteral("Change Font"),
-                                          parentWidget() ? parentWidget()->font() : this->font());
-    if (font && parentWidget()) parentWidget()->setFont(*font);
+    const QFont now =
+        m_font ? *m_font : storedFont(parentWidget() ? parentWidget()->font() : font());
+    if (const auto chosen = Dialogs::chooseFont(QStringLiteral("Change Font"), now))
+        m_font = chosen;
+}
+
+QFont FrmCustomise::storedFont(const QFont& fallback) {
+    const QString text =
+        settings_Read(QStringLiteral("MiniModeSettings"), QStringLiteral("Font")).trimmed();
+    QFont f;
+    if (text.isEmpty() || !f.fromString(text) || f.family().isEmpty()) return fallback;
+    // A size the small window cannot hold is nonsense from the file.
+    if (f.pointSizeF() > 0) f.setPointSizeF(qBound(6.0, f.pointSizeF(), 28.0));
+    if (f.pixelSize() > 0) f.setPixelSize(qBound(8, f.pixelSize(), 37));
+    return f;
 }

@@ -2,7 +2,9 @@
 #include "ui/MiniModeColours.h"
 
 #include <QDialog>
+#include <QFont>
 #include <array>
+#include <optional>
 
 class QFrame;
 class QPushButton;
@@ -15,6 +17,8 @@ public:
     explicit FrmCustomise(QWidget* parent = nullptr);
 
     const MiniModeColours& colours() const { return m_colours; }
+    // The window's font as stored ("MiniModeSettings", "Font"); `fallback` when none or nonsense.
+    static QFont storedFont(const QFont& fallback);
     int selected() const { return m_selected; }
     void select(int index);
     void cmdColour_Click();
@@ -32,5 +36,7 @@ private:
     void showColours();
     MiniModeColours m_colours;
     std::array<QFrame*, MiniModeColours::Count> m_pictures{};
+    // Chosen through "Change Font...", kept with the colours on Save.
+    std::optional<QFont> m_font;
     int m_selected = 0;
 };

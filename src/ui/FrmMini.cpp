@@ -7,6 +7,7 @@
 #include "core/Settings.h"
 #include "core/SliderModel.h"
 #include "playlists/PlaylistRows.h"
+#include "system/SystemTray.h"
 #include "system/modWindows.h"
 #include "ui/FrmCustomise.h"
 #include "ui/MiniGlyphs.h"
@@ -15,6 +16,7 @@
 #include "ui/ctlKL_Digital.h"
 #include "ui/ctlKL_wScrollbar.h"
 
+#include <QAccessibleWidget>
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -22,6 +24,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QSystemTrayIcon>
 #include <QVBoxLayout>
@@ -49,6 +52,19 @@ const ButtonSpec kButtons[12] = {{"mnuPrevious", "Previous"},
                                  {nullptr, "CD Player"},
                                  {nullptr, "Full Mode"}};
 
+// A plain QWidget is a "client" to screen readers; this one is a window of its own.
+QAccessibleInterface* windowAccessible(const QString& className, QObject* object) {
+    if (className == QLatin1String("FrmMini") && object->isWidgetType())
+        return new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window);
+    return nullptr;
+}
+
+QWidget* topLevel(const char* name) {
+    for (QWidget* w : QApplication::topLevelWidgets())
+        if (w->objectName() == QLatin1String(name)) return w;
+    return nullptr;
+}
+
 QLabel* label(const QString& name, const QString& text, QWidget* parent) {
     auto* l = new QLabel(text, parent);
     l->setObjectName(name);
@@ -59,6 +75,8 @@ QLabel* label(const QString& name, const QString& text, QWidget* parent) {
 
 FrmMini::FrmMini(MainContext& ctx, QWidget* mainWindow)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_ctx(ctx), m_main(mainWindow) {
+    static const bool accessible = (QAccessible::installFactory(windowAccessible), true);
+    Q_UNUSED(accessible);
     setObjectName(QStringLiteral("FrmMini"));
     setWindowTitle(QStringLiteral("VELDOR"));
     setAccessibleName(QStringLiteral("Mini-Mode"));
@@ -71,6 +89,8 @@ FrmMini::FrmMini(MainContext& ctx, QWidget* mainWindow)
     layout->addWidget(m_titleBar);
     layout->addWidget(m_center);
     buildMenu();
+    installFont();
+    fitToFont();
 
     m_tmrPosition.setInterval(500);
     m_tmrPlaying.setInterval(100);
@@ -117,13 +137,14 @@ FrmMini::~FrmMini() = default;
 void FrmMini::buildTitleBar() {
     m_titleBar = new ctlKL_wPanel(this);
     m_titleBar->setObjectName(QStringLiteral("guiTitleBar"));
-    m_titleBar->setFixedHeight(20);
     auto* row = new QHBoxLayout(m_titleBar);
     row->setContentsMargins(3, 2, 3, 2);
     row->setSpacing(2);
     m_icon = new QLabel(m_titleBar);
     m_icon->setObjectName(QStringLiteral("imgIcon"));
-    m_icon->setPixmap(QApplication::windowIcon().pixmap(14, 14));
+    QIcon icon = QApplication::windowIcon();
+    if (icon.isNull()) icon = SystemTray::appIcon(false);
+    m_icon->setPixmap(icon.pixmap(QSize(14, 14)));
     m_caption = label(QStringLiteral("lblCaption"), QStringLiteral("VELDOR"), m_titleBar);
     m_caption->setAutoFillBackground(false);
     QFont bold = m_caption->font();
@@ -141,8 +162,10 @@ void FrmMini::buildTitleBar() {
     row->addWidget(m_caption, 1);
     row->addWidget(m_minimize);
     row->addWidget(m_close);
-    // Presses on the caption reach the title bar: a label takes no mouse of its own.
+    // Presses on the caption reach the title bar: a label takes no mouse of its own. The icon
+    // opens the window's menu on a double click and moves nothing.
     m_caption->setAttribute(Qt::WA_TransparentForMouseEvents);
+    m_icon->installEventFilter(this);
     connect(
         m_titleBar, &ctlKL_wPanel::MouseDown, this,
         [this](Qt::MouseButton b, Qt::KeyboardModifiers, int x, int y) { titleBarDown(b, x, y); });
@@ -178,16 +201,15 @@ void FrmMini::buildCenter() {
 
     m_picPlaying = new ctlKL_wPanel(m_center);
     m_picPlaying->setObjectName(QStringLiteral("picPlaying"));
-    m_picPlaying->setFixedHeight(22);
     auto* playingRow = new QHBoxLayout(m_picPlaying);
     playingRow->setContentsMargins(3, 2, 3, 2);
     m_playing = new MiniScrollText(m_picPlaying);
+    connect(m_playing, &MiniScrollText::fitChanged, this, [this] { updateTimers(); });
     playingRow->addWidget(m_playing);
     grid->addWidget(m_picPlaying, 1, 0, 1, 3);
 
     m_picTime = new ctlKL_wPanel(m_center);
     m_picTime->setObjectName(QStringLiteral("picTime"));
-    m_picTime->setFixedSize(70, 22);
     auto* timeRow = new QHBoxLayout(m_picTime);
     timeRow->setContentsMargins(2, 2, 2, 2);
     m_number = new ctlKL_Digital(m_picTime);
@@ -236,7 +258,7 @@ void FrmMini::buildMenu() {
     m_minimizeAction = add("mnuMinimize", QStringLiteral("Mi&nimize"), false);
     m_systemMenu->setDefaultAction(m_minimizeAction);
     connect(m_customise, &QAction::triggered, this, &FrmMini::mnuCustomise_Click);
-    connect(m_lockPosition, &QAction::triggered, this, [this](bool on) {
+    connect(m_lockPosition, &QAction::triggered, this, [](bool on) {
         settings_Write(kSettings, QStringLiteral("LockPosition"), on ? "1" : "0");
     });
     connect(m_alwaysOnTop, &QAction::triggered, this, [this](bool on) {
@@ -287,7 +309,15 @@ void FrmMini::window_InstallColours() {
     }
     m_number->setBackColor(c[K::IndentBackColour]);
     m_number->setColourLight(c[K::IndentFontColour]);
-    m_playing->setColour(Colors::fromColorRef(c[K::IndentFontColour], palette()));
+    // Unlit segments are a faint shade of the lit ones on the inset, readable on any ground.
+    const QColor lit = Colors::fromColorRef(c[K::IndentFontColour], palette());
+    const QColor ground = Colors::fromColorRef(c[K::IndentBackColour], palette());
+    auto mix = [](int a, int b) { return (a * 28 + b * 72 + 50) / 100; };
+    m_number->setColourDark(
+        Colors::toColorRef(QColor(mix(lit.red(), ground.red()), mix(lit.green(), ground.green()),
+                                  mix(lit.blue(), ground.blue()))));
+    m_playing->setColours(Colors::fromColorRef(c[K::IndentFontColour], palette()),
+                          Colors::fromColorRef(c[K::IndentBackColour], palette()));
     for (ctlKL_wScrollbar* s : {m_position, m_volume, m_balance})
         s->setBackColor(c[K::SlidersBackColour]);
     for (QLabel* l : {m_caption, m_lblVolume, m_lblBalance}) {
@@ -305,12 +335,13 @@ void FrmMini::klbButton_Click(int index) {
         commands.runIfEnabled(QString::fromLatin1(kButtons[index].command));
         return;
     }
+    // The two window toggles ask for no enabled entry.
     if (index == 9) {
-        commands.runIfEnabled(QStringLiteral("mnuOpenMediaLibrary"));
+        commands.run(QStringLiteral("mnuOpenMediaLibrary"));
         return;
     }
     if (index == 10) {
-        commands.runIfEnabled(QStringLiteral("mnuOpenCDPlayer"));
+        commands.run(QStringLiteral("mnuOpenCDPlayer"));
         return;
     }
     savePosition();
@@ -372,7 +403,8 @@ int FrmMini::scrollOffset() const {
 
 void FrmMini::updateTimers() {
     const bool shown = isVisible() && !isMinimized();
-    const bool active = m_ctx.playerActive();
+    // A paused song moves nothing: one last tick shows "Paused..." and the window sleeps.
+    const bool active = m_ctx.TransportState == 0;
     if (shown && active) {
         if (!m_tmrPosition.isActive()) m_tmrPosition.start();
     } else if (m_tmrPosition.isActive()) {
@@ -413,11 +445,15 @@ void FrmMini::restorePosition() {
     // A new user finds the window in the bottom right-hand corner, above the taskbar.
     const int defTop = area.bottom() + 1 - height() - margin;
     const int defLeft = area.right() + 1 - width() - margin;
-    bool okTop = false, okLeft = false;
-    const int top = settings_Read(kPosition, QStringLiteral("Window_Top")).toInt(&okTop);
-    const int left = settings_Read(kPosition, QStringLiteral("Window_left")).toInt(&okLeft);
-    move(okLeft ? modWindows::twipsToPixels(left, this) : defLeft,
-         okTop ? modWindows::twipsToPixels(top, this) : defTop);
+    // Stored in twips; nonsense takes the corner, and a place off every screen comes back.
+    constexpr int kLimit = 10000000;
+    const int defTopTwips = modWindows::pixelsToTwips(defTop, this);
+    const int defLeftTwips = modWindows::pixelsToTwips(defLeft, this);
+    const int top = settings_Int(kPosition, QStringLiteral("Window_Top"),
+                                 QString::number(defTopTwips), -kLimit, kLimit, defTopTwips);
+    const int left = settings_Int(kPosition, QStringLiteral("Window_left"),
+                                  QString::number(defLeftTwips), -kLimit, kLimit, defLeftTwips);
+    move(modWindows::twipsToPixels(left, this), modWindows::twipsToPixels(top, this));
     modWindows::window_KeepOnScreen(this);
 }
 
@@ -425,7 +461,10 @@ void FrmMini::mnuCustomise_Click() {
     const bool onTop = m_alwaysOnTop->isChecked();
     if (onTop) modWindows::window_SetAlwaysOnTop(this, false);
     FrmCustomise dialog(this);
-    connect(&dialog, &FrmCustomise::saved, this, &FrmMini::window_InstallColours);
+    connect(&dialog, &FrmCustomise::saved, this, [this] {
+        window_InstallColours();
+        installFont();
+    });
     m_ctx.ModalWindowOpen = true;
     dialog.exec();
     m_ctx.ModalWindowOpen = false;
@@ -437,14 +476,26 @@ void FrmMini::closeEvent(QCloseEvent* e) {
     if (settings_Read(QStringLiteral("Settings"), QStringLiteral("UseSystemTraySupport"),
                       QStringLiteral("1")) == QLatin1String("1") &&
         QSystemTrayIcon::isSystemTrayAvailable()) {
-        // The whole player goes to the tray; the tray's Open brings this window back.
-        savePosition();
-        hide();
-        m_ctx.WindowShown = false;
+        miniMode_HideToTray();
         return;
     }
     // Without a tray there would be no way back: the player exits.
     m_ctx.commands().run(QStringLiteral("mnuExit"));
+}
+
+void FrmMini::miniMode_HideToTray() {
+    // The whole player goes to the tray, as a close of the main window sends it; the tray's Open
+    // brings back this window and the others that were open.
+    savePosition();
+    hide();
+    Commands& c = m_ctx.commands();
+    const std::pair<const char*, const char*> others[] = {
+        {"mnuOpenMediaLibrary", "FrmMediaLibrary"}, {"mnuOpenCDPlayer", "FrmCDPlayer"}};
+    for (const auto& [menu, window] : others)
+        if (c.has(QString::fromLatin1(menu)) && c.isChecked(QString::fromLatin1(menu)))
+            if (QWidget* w = topLevel(window)) w->hide();
+    if (QWidget* video = topLevel("FrmVideo")) video->hide();
+    m_ctx.WindowShown = false;
 }
 
 void FrmMini::keyPressEvent(QKeyEvent* e) {
@@ -460,4 +511,50 @@ void FrmMini::showEvent(QShowEvent* e) {
 void FrmMini::hideEvent(QHideEvent* e) {
     QWidget::hideEvent(e);
     updateTimers();
+}
+
+void FrmMini::installFont() {
+    // Without a stored font the window follows the desktop's, as if never set.
+    setFont(FrmCustomise::storedFont(QFont()));
+}
+
+void FrmMini::fitToFont() {
+    // The text rows grow with a larger font, so nothing of the caption or the song is cut.
+    const int line = fontMetrics().height();
+    m_titleBar->setFixedHeight(qMax(20, line + 6));
+    const int inset = qMax(22, line + 8);
+    m_picPlaying->setFixedHeight(inset);
+    m_picTime->setFixedSize(inset * 70 / 22, inset);
+    adjustSize();
+}
+
+void FrmMini::changeEvent(QEvent* e) {
+    QWidget::changeEvent(e);
+    if (e->type() == QEvent::FontChange) fitToFont();
+    // Minimised it shows nothing, so nothing ticks; restored, it catches up at once.
+    if (e->type() == QEvent::WindowStateChange) {
+        if (isMinimized())
+            updateTimers();
+        else
+            tmrPosition_Timer();
+    }
+}
+
+bool FrmMini::eventFilter(QObject* watched, QEvent* e) {
+    if (watched != m_icon) return QWidget::eventFilter(watched, e);
+    switch (e->type()) {
+    case QEvent::MouseButtonDblClick:
+        if (static_cast<QMouseEvent*>(e)->button() == Qt::LeftButton)
+            m_systemMenu->popup(QCursor::pos());
+        return true;
+    case QEvent::MouseButtonPress:
+        if (static_cast<QMouseEvent*>(e)->button() == Qt::RightButton)
+            m_systemMenu->popup(QCursor::pos());
+        return true;
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        return true;
+    default:
+        return false;
+    }
 }

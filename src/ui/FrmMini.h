@@ -25,12 +25,16 @@ public:
     ~FrmMini() override;
 
     void window_InstallColours();
+    // The font chosen in the colour editor, or the desktop's.
+    void installFont();
     void klbButton_Click(int index);
     void tmrPosition_Timer();
     void tmrPlaying_Timer();
     // Writes the window's place under "Position_MiniMode".
     void savePosition();
     void restorePosition();
+    // Closed with the tray in use: this window and the player's others go to the tray.
+    void miniMode_HideToTray();
 
     QString playingText() const;
     ctlKL_wScrollbar* klsPosition() const { return m_position; }
@@ -50,6 +54,8 @@ protected:
     void keyPressEvent(QKeyEvent* e) override;
     void showEvent(QShowEvent* e) override;
     void hideEvent(QHideEvent* e) override;
+    void changeEvent(QEvent* e) override;
+    bool eventFilter(QObject* watched, QEvent* e) override;
 
 private:
     void buildTitleBar();
@@ -61,6 +67,7 @@ private:
     void titleBarMove(int x, int y);
     void mnuCustomise_Click();
     void applyTopMost();
+    void fitToFont();
 
     MainContext& m_ctx;
     QPointer<QWidget> m_main;

@@ -1,11 +1,14 @@
 #include "ui/MiniScrollText.h"
 
+#include <QEvent>
 #include <QPainter>
 
 MiniScrollText::MiniScrollText(QWidget* parent) : QWidget(parent) {
     setObjectName(QStringLiteral("lblPlaying"));
     setAccessibleName(QStringLiteral("Playing"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
+    // It paints its whole rectangle itself, so a scroll step repaints nothing behind it.
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void MiniScrollText::setText(const QString& text) {
@@ -17,13 +20,29 @@ void MiniScrollText::setText(const QString& text) {
     m_left = 0;
     setAccessibleDescription(shown);
     update();
+    Q_EMIT fitChanged();
 }
 
-void MiniScrollText::setColour(const QColor& colour) {
+void MiniScrollText::setColours(const QColor& text, const QColor& back) {
     QPalette p = palette();
-    p.setColor(QPalette::WindowText, colour);
+    p.setColor(QPalette::WindowText, text);
     setPalette(p);
+    m_back = back;
     update();
+}
+
+void MiniScrollText::resizeEvent(QResizeEvent*) {
+    if (fits()) m_left = 0;
+    Q_EMIT fitChanged();
+}
+
+void MiniScrollText::changeEvent(QEvent* e) {
+    QWidget::changeEvent(e);
+    if (e->type() == QEvent::FontChange) {
+        m_left = 0;
+        update();
+        Q_EMIT fitChanged();
+    }
 }
 
 bool MiniScrollText::fits() const {
@@ -46,6 +65,7 @@ void MiniScrollText::tick(int step) {
 
 void MiniScrollText::paintEvent(QPaintEvent*) {
     QPainter p(this);
+    p.fillRect(rect(), m_back);
     p.setPen(palette().color(QPalette::WindowText));
     p.drawText(
         QRect(m_left, 0, qMax(width(), fontMetrics().horizontalAdvance(m_text) + 4), height()),

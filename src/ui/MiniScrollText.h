@@ -9,7 +9,7 @@ public:
     explicit MiniScrollText(QWidget* parent = nullptr);
     QString text() const { return m_text; }
     void setText(const QString& text);
-    void setColour(const QColor& colour);
+    void setColours(const QColor& text, const QColor& back);
     bool fits() const;
     int offset() const { return m_left; }
     // One tick of the scroll; `step` in pixels.
@@ -17,8 +17,15 @@ public:
 
 protected:
     void paintEvent(QPaintEvent*) override;
+    void resizeEvent(QResizeEvent*) override;
+    void changeEvent(QEvent* e) override;
+
+Q_SIGNALS:
+    // Whether the text fits may have changed: a new text, size or font.
+    void fitChanged();
 
 private:
     QString m_text;
     int m_left = 0;
+    QColor m_back = Qt::black;
 };

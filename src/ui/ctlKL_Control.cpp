@@ -1,11 +1,13 @@
 #include "ui/ctlKL_Control.h"
 
 #include "core/Colors.h"
+#include "ui/ctlKL_Accessible.h"
 
 #include <QPainter>
 
 ctlKL_Control::ctlKL_Control(QWidget* parent) : QWidget(parent) {
     setAttribute(Qt::WA_OpaquePaintEvent);
+    ctlKL_InstallAccessibility();
 }
 
 void ctlKL_Control::setEnabledProperty(bool on) {

@@ -100,7 +100,8 @@ QRect ctlKL_Digital::digitRect(int position) const {
     // digits 4, gaps 1, colon 2 with a gap on each side: 24 units across.
     const int unit = qMax(1, width() / 24);
     const int h = height() - 2 * unit;
-    int x = unit;
+    // What the whole units leave over is shared out on both sides, so the readout sits centred.
+    int x = unit + qMax(0, width() - 24 * unit) / 2;
     for (int i = 0; i < position; ++i)
         x += 4 * unit + unit + (i == 1 ? 2 * unit + unit : 0);
     return QRect(x, unit, 4 * unit, qMax(1, h));

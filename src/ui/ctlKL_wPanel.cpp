@@ -22,6 +22,10 @@ void ctlKL_wPanel::ReadProperties(const QVariantMap& bag) {
     setLinesDarkColor(colourFrom(bag, "LinesDarkColor", m_dark));
 }
 
+void ctlKL_wPanel::click() {
+    if (Enabled() && m_pressable) Q_EMIT Click();
+}
+
 void ctlKL_wPanel::paintEvent(QPaintEvent*) {
     QPainter p(this);
     p.fillRect(rect(), colour(m_back));

@@ -18,6 +18,9 @@ public:
     void setLinesDarkColor(qint64 c) { setColour(m_dark, c, "LinesDarkColor"); }
 
     bool isPressed() const { return m_pressed; }
+    bool isPressable() const { return m_pressable; }
+    // A press and release from the keyboard or an assistive tool; nothing while disabled.
+    void click();
 
     QVariantMap WriteProperties() const override;
     void ReadProperties(const QVariantMap& bag) override;

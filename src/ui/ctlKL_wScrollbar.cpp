@@ -54,6 +54,12 @@ void ctlKL_wScrollbar::setValue(int v) {
     if (changed) Q_EMIT PropertyChanged(QStringLiteral("Value"));
 }
 
+void ctlKL_wScrollbar::scrollTo(int v) {
+    if (!Enabled() || v < MinValue || v > MaxValue) return;
+    setValue(v);
+    Q_EMIT Change();
+}
+
 void ctlKL_wScrollbar::setMin(int v) {
     if (MinValue > CurrentValue) return; // looks at the old minimum, not the new one
     MinValue = v;

@@ -14,6 +14,8 @@ public:
     int value() const { return CurrentValue; }
     // Dropped in silence when outside Min..Max.
     void setValue(int v);
+    // The user's move to a value (from an assistive tool): stored as setValue, then Change.
+    void scrollTo(int v);
     int Min() const { return MinValue; }
     // Stored only when the old minimum is at most the current value.
     void setMin(int v);

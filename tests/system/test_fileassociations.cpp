@@ -1,10 +1,14 @@
+#include "core/DialogScript.h"
+#include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
 #include "support/TempHome.h"
 #include "system/SystemSetup.h"
 #include "system/modFileAssociations.h"
+#include "ui/FrmPreferences.h"
 #include <QDir>
 #include <QFile>
+#include <QListWidget>
 #include <QProcess>
 #include <QStandardPaths>
 #include <gtest/gtest.h>
@@ -196,6 +200,30 @@ TEST_F(FileAssociations, PreferencesApplyTakesAndHandsBackTypesAndTheSessionStar
     EXPECT_TRUE(filetype_Registered().isEmpty());
     EXPECT_FALSE(startup_IsSet());
     EXPECT_FALSE(QFile::exists(desktopFilePath()));
+}
+
+TEST_F(FileAssociations, RegisterNowTakesTheCheckedTypesAndKeepsEarlierOnes) {
+    if (!haveTool("xdg-mime")) GTEST_SKIP() << "xdg-utils not installed";
+    MainContext ctx;
+    ScriptedResponder answers({QStringLiteral("no")});
+    Dialogs::setResponder(&answers);
+    filetype_Register(QStringLiteral("VELDOR"), QStringLiteral("mp3"));
+    {
+        FrmPreferences dialog(ctx);
+        auto* types = dialog.findChild<QListWidget*>(QStringLiteral("lstTypes"));
+        ASSERT_NE(types, nullptr);
+        for (int i = 0; i < types->count(); ++i)
+            types->item(i)->setCheckState(
+                types->item(i)->text() == QLatin1String("WAV") ? Qt::Checked : Qt::Unchecked);
+        dialog.cmdRegisterNow_Click();
+    }
+    Dialogs::setResponder(nullptr);
+    ASSERT_EQ(answers.asked().size(), 1);
+    EXPECT_EQ(answers.asked()[0].title, QStringLiteral("Confirm Updating Windows Icons"));
+    // Unchecked in the list is not unregistered: only Apply hands types back.
+    EXPECT_EQ(filetype_Registered(), (QStringList{"mp3", "wav"}));
+    EXPECT_EQ(queryDefault(mimeTypeOf(QStringLiteral("wav"))), QStringLiteral("veldor.desktop"));
+    expectValidDesktopFile(desktopFilePath());
 }
 
 TEST(MimeappsList, EditsTouchOnlyTheOneDefault) {

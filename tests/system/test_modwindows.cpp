@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QScreen>
+#include <QVBoxLayout>
 #include <QWidget>
 #include <gtest/gtest.h>
 
@@ -32,6 +33,21 @@ TEST(ModWindows, ARestoredWindowLiesWhollyOnAScreen) {
     }
     // Twips are logical: 1440 make an inch of 96 logical pixels at any scale.
     EXPECT_EQ(twipsToPixels(1440), qRound(QGuiApplication::primaryScreen()->logicalDotsPerInch()));
+}
+
+// A window with a layout (every real one) is watched too, so a move off the screen before its
+// frame is known is put back.
+TEST(ModWindows, AWindowWithALayoutIsKeptOnTheScreenAfterItsRestore) {
+    TempHome home;
+    QWidget window;
+    new QVBoxLayout(&window);
+    window_RestorePosition(&window, QStringLiteral("Test"), 1500);
+    window.show();
+    window.move(99000, 99000);
+    const QRect screen = QGuiApplication::primaryScreen()->availableGeometry();
+    EXPECT_TRUE(screen.contains(window.frameGeometry()));
+    window_ShowInTaskbar(&window, false); // must not take the layout for its own filter
+    EXPECT_NE(window.layout(), nullptr);
 }
 
 TEST(ModWindows, CenterPutsTheWindowInTheMiddle) {

@@ -18,7 +18,7 @@ namespace {
 // A loopback web server with one canned answer per path.
 class LoopbackServer : public QObject {
 public:
-    enum class Mode { Plain, Stall, Endless };
+    enum class Mode { Plain, Stall, Endless, Cut };
     struct Answer {
         QByteArray head; // status line and headers, without the blank line
         QByteArray body;
@@ -65,7 +65,8 @@ private:
             socket->write(answer.body);
             socket->disconnectFromHost();
         } else {
-            socket->write(answer.body.left(answer.body.size() / 2)); // then silence
+            socket->write(answer.body.left(answer.body.size() / 2)); // then silence, or gone
+            if (answer.mode == Mode::Cut) socket->disconnectFromHost();
         }
     }
 
@@ -184,6 +185,10 @@ TEST_F(UpdateCheckTest, BadServersAreReportedAndLeaveNoFile) {
     EXPECT_TRUE(fetch(QStringLiteral("/page")).contains(QLatin1String("web page")));
     EXPECT_TRUE(fetch(QStringLiteral("/huge"), 64 * 1024).contains(QLatin1String("larger")));
     EXPECT_TRUE(fetch(QStringLiteral("/stall"), 1 << 20, 300).contains(QLatin1String("no data")));
+    server.answers[QStringLiteral("/cut")] = {"HTTP/1.1 200 OK", QByteArray(100000, 'c'),
+                                              LoopbackServer::Mode::Cut};
+    const QString cut = fetch(QStringLiteral("/cut"));
+    EXPECT_FALSE(cut.isEmpty() || cut == QLatin1String("hung")) << cut.toStdString();
     EXPECT_TRUE(QDir(home.file(QStringLiteral("Updates"))).entryList(QDir::Files).isEmpty());
 
     // A server that is not there at all.

@@ -8,6 +8,8 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QSignalSpy>
+#include <cstdlib>
+#include <cstring>
 #include <gtest/gtest.h>
 
 namespace {
@@ -63,6 +65,49 @@ TEST(ctlKL_Digital, LightsExactlyTheSegmentsOfEachDigit) {
             if (a == b) continue;
             EXPECT_FALSE(d.segmentRect(0, a).intersects(d.segmentRect(0, b)));
         }
+    }
+}
+
+// The ordinary seven-segment patterns, written out apart from the control: T top, M middle,
+// B bottom, then the four sides (right top, left top, left bottom, right bottom).
+TEST(ctlKL_Digital, EveryDigitLightsItsOwnPattern) {
+    struct Row {
+        int digit;
+        const char* lit;
+    };
+    const Row rows[] = {{0, "TBrlLR"},  {1, "rR"},     {2, "TMBrL"},  {3, "TMBrR"},
+                        {4, "lrMR"},    {5, "TMBlR"},  {6, "TMBlLR"}, {7, "TrR"},
+                        {8, "TMBrlLR"}, {9, "TMBrlR"}, {10, ""}};
+    const std::pair<char, ctlKL_Digital::Segment> names[] = {
+        {'T', ctlKL_Digital::shpTop},        {'M', ctlKL_Digital::shpMiddle},
+        {'B', ctlKL_Digital::shpBottom},     {'r', ctlKL_Digital::shpRightTop},
+        {'l', ctlKL_Digital::shpLeftTop},    {'L', ctlKL_Digital::shpLeftBottom},
+        {'R', ctlKL_Digital::shpRightBottom}};
+    ctlKL_Digital d;
+    d.resize(96, 32);
+    for (const Row& row : rows) {
+        d.ShowDigit(row.digit, 2);
+        const QImage img = renderOf(d);
+        for (const auto& [letter, segment] : names) {
+            const bool lit = std::strchr(row.lit, letter) != nullptr;
+            EXPECT_EQ(img.pixelColor(d.segmentRect(2, segment).center()),
+                      lit ? bgr(65280) : bgr(224515))
+                << "digit " << row.digit << " segment " << letter;
+        }
+    }
+}
+
+TEST(ctlKL_Digital, TheReadoutSitsCentredAndInsideAtAnySize) {
+    ctlKL_Digital d;
+    for (const QSize size : {QSize(66, 18), QSize(95, 30), QSize(47, 12)}) {
+        d.resize(size);
+        const int left = d.segmentRect(0, ctlKL_Digital::shpLeftTop).left();
+        const int right = size.width() - 1 - d.segmentRect(3, ctlKL_Digital::shpRightTop).right();
+        EXPECT_LE(std::abs(left - right), 1) << size.width();
+        for (int pos = 0; pos < 4; ++pos)
+            EXPECT_TRUE(
+                QRect(QPoint(), size).contains(d.segmentRect(pos, ctlKL_Digital::shpBottom)))
+                << size.width() << " " << pos;
     }
 }
 

@@ -2,13 +2,18 @@
 #include "core/Dialogs.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
+#include "playlists/RecentList.h"
+#include "playlists/modRecentMedia.h"
 #include "support/TempHome.h"
+#include "system/GlobalKeys.h"
+#include "system/GlobalKeysEditor.h"
 #include "ui/FrmOptions.h"
 #include "ui/FrmPreferences.h"
 #include "ui/PreferencesRules.h"
 
 #include <QCheckBox>
 #include <QDir>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -184,4 +189,72 @@ TEST_F(Preferences, OptionsWindowListsPlaylistsAndKeepsItsCheck) {
     options.cmdNext_Click();
     EXPECT_EQ(plays, 0);
     EXPECT_EQ(options.result(), QDialog::Accepted);
+}
+
+TEST_F(Preferences, ResetButtonsEmptyTheirListAtOnceAndApplySetsTheLimits) {
+    setFile("[RecentMediaFiles]\r\nFilename1=/m/a.mp3\r\nFilename2=/m/b.mp3\r\n"
+            "[RecentPlaylists]\r\nFilename1=/p/x.spp\r\n");
+    FrmPreferences dialog(ctx);
+    dialog.cmdResetRecentFiles_Click();
+    EXPECT_EQ(settings_Read("RecentMediaFiles", "Filename1", "absent"), "");
+    EXPECT_EQ(settings_Read("RecentMediaFiles", "Filename2", "absent"), "");
+    EXPECT_EQ(settings_Read("RecentPlaylists", "Filename1"), "/p/x.spp"); // the other list stays
+    dialog.cmdResetRecentPlaylists_Click();
+    EXPECT_EQ(settings_Read("RecentPlaylists", "Filename1", "absent"), "");
+
+    dialog.findChild<QLineEdit*>("txtMaxFiles")->setText("12");
+    ASSERT_TRUE(dialog.cmdApply_Click());
+    EXPECT_EQ(recent_Media().limit(), 12);
+    dialog.findChild<QLineEdit*>("txtMaxFiles")->setText("30");
+    ASSERT_TRUE(dialog.cmdApply_Click());
+}
+
+TEST_F(Preferences, APictureIsCheckedBeforeItIsTakenAndWrittenOnlyAtApply) {
+    const QString notPicture = home.file("notes.png");
+    TempHome::writeFile(notPicture, "not a picture at all");
+    const QString picture = home.file("back.png");
+    QImage image(8, 8, QImage::Format_RGB32);
+    image.fill(Qt::darkBlue);
+    ASSERT_TRUE(image.save(picture));
+    FrmPreferences dialog(ctx);
+    auto* apply = dialog.findChild<QPushButton*>("cmdApply");
+
+    answers.answer(notPicture);
+    dialog.cmdSelectImage_Click();
+    ASSERT_EQ(answers.asked().size(), 2); // the file dialog, then the refusal
+    EXPECT_EQ(answers.asked()[1].title, "Invalid Image");
+    EXPECT_FALSE(apply->isEnabled());
+
+    answers.answer(picture);
+    dialog.cmdSelectImage_Click();
+    EXPECT_TRUE(apply->isEnabled());
+    EXPECT_EQ(settings_Read("Appearance", "PlaylistImage", "absent"), "absent");
+    ASSERT_TRUE(dialog.cmdApply_Click());
+    EXPECT_EQ(settings_Read("Appearance", "PlaylistImage"), picture);
+    EXPECT_TRUE(calls.contains("appearance"));
+
+    dialog.cmdRemoveImage_Click();
+    ASSERT_TRUE(dialog.cmdApply_Click());
+    EXPECT_EQ(settings_Read("Appearance", "PlaylistImage", "absent"), "");
+}
+
+TEST_F(Preferences, HotkeyRowsGoToTheFileThroughTheDialogsApply) {
+    FrmPreferences dialog(ctx);
+    auto* apply = dialog.findChild<QPushButton*>("cmdApply");
+    ASSERT_NE(dialog.keysPage(), nullptr);
+    // The page's own Apply and check box stand aside for the dialog's.
+    EXPECT_EQ(dialog.findChildren<QPushButton*>("cmdApply").size(), 1);
+    EXPECT_NE(dialog.findChild<QCheckBox*>("chkSetting_25"), nullptr);
+    dialog.keysPage()->rules().cmdResetGlobalKeys_Click();
+    EXPECT_TRUE(apply->isEnabled());
+    ASSERT_TRUE(dialog.cmdApply_Click());
+    EXPECT_EQ(calls.count("keys"), 1);
+    // Reset rows carry "(None)" as their text, and that is what is stored.
+    EXPECT_EQ(settings_Read("GlobalKeys", GlobalKeys::extKey(GlobalKeys::Next)), "(None)");
+    EXPECT_EQ(settings_Read("GlobalKeys", GlobalKeys::keyKey(GlobalKeys::Next)),
+              GlobalKeys::defaultKey(GlobalKeys::Next));
+    // A later change of a row enables Apply again.
+    EXPECT_FALSE(apply->isEnabled());
+    dialog.keysPage()->rules().cmbExtension_Click(1, "Ctrl");
+    EXPECT_TRUE(apply->isEnabled());
 }

@@ -3,6 +3,7 @@
 #include "core/Colors.h"
 
 #include <QGuiApplication>
+#include <QVarLengthArray>
 #include <algorithm>
 #include <cstring>
 #include <numeric>
@@ -10,54 +11,124 @@
 namespace {
 constexpr quint32 kWide = 0x80000000u;
 
-bool fitsOneByte(const QString& s) {
-    for (const QChar c : s)
-        if (c.unicode() > 0xFF) return false;
-    return true;
+// A cell to pack: Latin-1 or UTF-16 (a UTF-8 view is made UTF-16 first).
+struct Source {
+    const void* data = nullptr;
+    qsizetype size = 0;
+    bool latin1 = true; // the data are bytes
+    bool wide = false;  // some character needs two bytes
+};
+
+// `keep` holds converted texts while the row is packed (moving a QString keeps its characters).
+Source sourceOf(QAnyStringView text, QStringList& keep) {
+    Source s;
+    text.visit([&](auto v) {
+        using V = decltype(v);
+        if constexpr (std::is_same_v<V, QLatin1StringView>) {
+            s = {v.data(), v.size(), true, false};
+        } else if constexpr (std::is_same_v<V, QStringView>) {
+            s = {v.data(), v.size(), false, !QtPrivate::isLatin1(v)};
+        } else {
+            keep.append(v.toString());
+            const QString& k = keep.constLast();
+            s = {k.constData(), k.size(), false, !QtPrivate::isLatin1(QStringView(k))};
+        }
+    });
+    return s;
 }
 } // namespace
 
-ListModel::PackedCells::PackedCells(const QStringList& cells, int columns) {
+// Wide cells come first so that their characters start on an even byte; narrow ones follow.
+template <typename CellOf, typename Memory>
+ListModel::PackedCells::PackedCells(int columns, CellOf&& cellOf, Memory&& memory) {
     const int n = qMax(0, columns);
-    size_t bytes = 0;
-    std::vector<bool> wide(static_cast<size_t>(n), false);
-    for (int c = 0; c < n && c < cells.size(); ++c) {
-        wide[size_t(c)] = !fitsOneByte(cells[c]);
-        bytes += size_t(cells[c].size()) * (wide[size_t(c)] ? 2 : 1);
-    }
-    const size_t words = 1 + size_t(n) + (bytes + 3) / 4;
-    m_data.reset(new quint32[words]);
-    quint32* head = m_data.get();
-    head[0] = quint32(n);
-    char* out = reinterpret_cast<char*>(head + 1 + n);
+    QVarLengthArray<Source, 16> sources(n);
+    QStringList kept;
+    size_t wideBytes = 0, narrowBytes = 0;
     for (int c = 0; c < n; ++c) {
-        const QString cell = c < cells.size() ? cells[c] : QString();
-        const auto len = quint32(cell.size());
-        if (wide[size_t(c)]) {
-            head[1 + c] = len | kWide;
-            std::memcpy(out, cell.constData(), size_t(len) * 2);
-            out += size_t(len) * 2;
+        sources[c] = sourceOf(cellOf(c), kept);
+        (sources[c].wide ? wideBytes : narrowBytes) +=
+            size_t(sources[c].size) * (sources[c].wide ? 2 : 1);
+    }
+    const size_t words = 1 + size_t(n) + (wideBytes + narrowBytes + 3) / 4;
+    quint32* head = memory(words);
+    const bool pooled = head != nullptr;
+    if (!pooled) head = new quint32[words];
+    head[0] = quint32(n) | (pooled ? PooledBit : 0);
+    m_data.reset(head);
+    char* wideOut = reinterpret_cast<char*>(head + 1 + n);
+    char* narrowOut = wideOut + wideBytes;
+    for (int c = 0; c < n; ++c) {
+        const Source& s = sources[c];
+        const auto len = size_t(s.size);
+        head[1 + c] = quint32(len) | (s.wide ? kWide : 0);
+        if (s.wide) {
+            std::memcpy(wideOut, s.data, len * 2);
+            wideOut += len * 2;
+        } else if (s.latin1) {
+            if (len) std::memcpy(narrowOut, s.data, len);
+            narrowOut += len;
         } else {
-            head[1 + c] = len;
-            const QChar* in = cell.constData();
-            for (quint32 i = 0; i < len; ++i)
-                *out++ = char(in[i].unicode());
+            const auto* in = static_cast<const char16_t*>(s.data);
+            for (size_t i = 0; i < len; ++i)
+                *narrowOut++ = char(in[i]);
         }
     }
 }
 
-QString ListModel::PackedCells::cell(int column) const {
-    if (column < 0 || column >= size()) return {};
-    const quint32* head = header();
-    const char* p = reinterpret_cast<const char*>(head + 1 + size());
-    for (int c = 0; c < column; ++c)
-        p += (head[1 + c] & ~kWide) * ((head[1 + c] & kWide) ? 2 : 1);
-    const quint32 word = head[1 + column];
-    const qsizetype len = qsizetype(word & ~kWide);
-    if (!(word & kWide)) return QString::fromLatin1(p, len);
-    QString out(len, Qt::Uninitialized);
-    std::memcpy(out.data(), p, size_t(len) * 2);
+ListModel::PackedCells::PackedCells(const QStringList& cells, int columns)
+    : PackedCells(
+          columns,
+          [&cells](int c) {
+              return c < cells.size() ? QAnyStringView(cells[c])
+                                      : QAnyStringView(QLatin1StringView());
+          },
+          [](size_t) -> quint32* { return nullptr; }) {}
+
+size_t ListModel::PackedCells::words() const {
+    if (!m_data) return 0;
+    const int n = size();
+    size_t bytes = 0;
+    for (int c = 0; c < n; ++c) {
+        const quint32 word = m_data[size_t(1 + c)];
+        bytes += size_t(word & ~kWide) * ((word & kWide) ? 2 : 1);
+    }
+    return 1 + size_t(n) + (bytes + 3) / 4;
+}
+
+ListModel::PackedCells ListModel::PackedCells::detached() const {
+    PackedCells out;
+    if (!m_data) return out;
+    const size_t n = words();
+    auto* copy = new quint32[n];
+    std::memcpy(copy, m_data.get(), n * sizeof(quint32));
+    copy[0] &= ~PooledBit;
+    out.m_data.reset(copy);
     return out;
+}
+
+QAnyStringView ListModel::PackedCells::view(int column) const {
+    if (column < 0 || column >= size()) return QLatin1StringView();
+    const int n = size();
+    const quint32* head = header();
+    const bool wide = head[1 + column] & kWide;
+    size_t before = 0;
+    for (int c = 0; c < n; ++c) {
+        const quint32 word = head[1 + c];
+        if (word & kWide) {
+            if (!wide || c < column) before += size_t(word & ~kWide) * 2;
+        } else if (!wide && c < column) {
+            before += word;
+        }
+    }
+    const char* p = reinterpret_cast<const char*>(head + 1 + n) + before;
+    const qsizetype len = qsizetype(head[1 + column] & ~kWide);
+    if (!wide) return QLatin1StringView(p, len);
+    return QStringView(reinterpret_cast<const char16_t*>(p), len);
+}
+
+QString ListModel::PackedCells::cell(int column) const {
+    return view(column).toString();
 }
 
 QStringList ListModel::PackedCells::cells() const {
@@ -125,6 +196,11 @@ QString ListModel::text(int row, int column) const {
     return m_rows[size_t(row)].cells.cell(column);
 }
 
+QAnyStringView ListModel::textView(int row, int column) const {
+    if (row < 0 || row >= count()) return QLatin1StringView();
+    return m_rows[size_t(row)].cells.view(column);
+}
+
 QStringList ListModel::rowTexts(int row) const {
     if (row < 0 || row >= count()) return {};
     return m_rows[size_t(row)].cells.cells();
@@ -136,14 +212,18 @@ void ListModel::setText(int row, int column, const QString& text) {
     QStringList cells = packed.cells();
     if (cells[column] == text) return;
     cells[column] = text;
+    const bool wasPooled = packed.pooled();
     packed = PackedCells(cells, columns());
+    if (wasPooled) leavePool(1);
     const QModelIndex i = index(row, column);
     Q_EMIT dataChanged(i, i, {Qt::DisplayRole});
 }
 
 void ListModel::setRowTexts(int row, const QStringList& cells) {
     if (row < 0 || row >= count()) return;
+    const bool wasPooled = m_rows[size_t(row)].cells.pooled();
     m_rows[size_t(row)].cells = makeRow(cells).cells;
+    if (wasPooled) leavePool(1);
     Q_EMIT dataChanged(index(row, 0), index(row, columns() - 1), {Qt::DisplayRole});
 }
 
@@ -236,18 +316,86 @@ int ListModel::addRow(const QStringList& cells, int at) {
 void ListModel::appendRows(std::vector<QStringList> rows) {
     if (rows.empty()) return;
     const int first = count();
+    const int n = columns();
+    const bool pool = rows.size() >= size_t(kPoolFrom);
     beginInsertRows({}, first, first + int(rows.size()) - 1);
     m_rows.reserve(m_rows.size() + rows.size());
-    for (QStringList& cells : rows)
-        m_rows.push_back(makeRow(cells));
+    for (const QStringList& cells : rows) {
+        Row row;
+        row.cells = PackedCells(
+            n,
+            [&cells](int c) {
+                return c < cells.size() ? QAnyStringView(cells[c])
+                                        : QAnyStringView(QLatin1StringView());
+            },
+            [this, pool](size_t words) { return pool ? pooledWords(words) : nullptr; });
+        m_rows.push_back(std::move(row));
+    }
     endInsertRows();
     if (m_sorted) sortNow();
 }
 
+void ListModel::appendRows(int count,
+                           const std::function<QAnyStringView(int row, int column)>& cell) {
+    if (count <= 0) return;
+    const int first = this->count();
+    const int n = columns();
+    const bool pool = count >= kPoolFrom;
+    beginInsertRows({}, first, first + count - 1);
+    m_rows.reserve(m_rows.size() + size_t(count));
+    for (int r = 0; r < count; ++r) {
+        Row row;
+        row.cells = PackedCells(
+            n, [&](int c) { return cell(r, c); },
+            [this, pool](size_t words) { return pool ? pooledWords(words) : nullptr; });
+        m_rows.push_back(std::move(row));
+    }
+    endInsertRows();
+    if (m_sorted) sortNow();
+}
+
+quint32* ListModel::pooledWords(size_t words) {
+    // Blocks grow from 4 KiB to 256 KiB, so that a short list holds little memory.
+    constexpr size_t kLargest = 64 * 1024;
+    if (words > kLargest / 16) return nullptr; // a long row keeps a block of its own
+    if (words > m_blockFree) {
+        const size_t size = m_blocks.empty() ? 1024 : qMin(kLargest, m_blockSize * 2);
+        m_blocks.emplace_back(new quint32[size]);
+        m_blockSize = size;
+        m_blockFree = size;
+    }
+    quint32* at = m_blocks.back().get() + (m_blockSize - m_blockFree);
+    m_blockFree -= words;
+    ++m_blockRows;
+    ++m_pooledRows;
+    return at;
+}
+
+void ListModel::leavePool(int rows) {
+    m_pooledRows -= rows;
+    if (m_pooledRows <= 0) {
+        m_blocks.clear();
+        m_blockFree = m_blockSize = 0;
+        m_blockRows = m_pooledRows = 0;
+    } else if (m_blockRows >= 4 * kPoolFrom && m_pooledRows * 4 < m_blockRows) {
+        adoptPooledRows();
+    }
+}
+
+void ListModel::adoptPooledRows() {
+    for (Row& r : m_rows)
+        if (r.cells.pooled()) r.cells = r.cells.detached();
+    m_blocks.clear();
+    m_blockFree = m_blockSize = 0;
+    m_blockRows = m_pooledRows = 0;
+}
+
 void ListModel::removeRow(int row) {
     if (row < 0 || row >= count()) return;
+    const bool wasPooled = m_rows[size_t(row)].cells.pooled();
     beginRemoveRows({}, row, row);
     m_rows.erase(m_rows.begin() + row);
+    if (wasPooled) leavePool(1);
     endRemoveRows();
 }
 
@@ -264,16 +412,21 @@ void ListModel::removeRows(const std::vector<bool>& mask) {
     const int current = currentRow();
     std::vector<bool> keptSelection;
     int keptCurrent = -1;
+    int pooledGone = 0;
     std::vector<Row> kept;
     kept.reserve(m_rows.size() - size_t(removed));
     for (int i = 0; i < count(); ++i) {
-        if (i < int(mask.size()) && mask[size_t(i)]) continue;
+        if (i < int(mask.size()) && mask[size_t(i)]) {
+            pooledGone += m_rows[size_t(i)].cells.pooled();
+            continue;
+        }
         if (i == current) keptCurrent = int(kept.size());
         keptSelection.push_back(selected[size_t(i)]);
         kept.push_back(std::move(m_rows[size_t(i)]));
     }
     beginResetModel();
     m_rows = std::move(kept);
+    if (pooledGone) leavePool(pooledGone);
     endResetModel();
     restoreSelection(keptSelection, keptCurrent);
 }
@@ -282,6 +435,7 @@ void ListModel::clear() {
     if (m_rows.empty()) return;
     beginResetModel();
     m_rows.clear();
+    if (m_pooledRows) leavePool(m_pooledRows);
     endResetModel();
     m_selection.clear();
 }

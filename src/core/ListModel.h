@@ -1,5 +1,6 @@
 #pragma once
 #include <QAbstractTableModel>
+#include <QAnyStringView>
 #include <QFont>
 #include <QItemSelectionModel>
 #include <QStringList>
@@ -32,6 +33,9 @@ public:
     const QStringList& headers() const { return m_headers; }
     // Cells are stored packed (see PackedCells), so texts come back by value.
     QString text(int row, int column) const;
+    // A cell without a copy, as it is stored: Latin-1 when every character fits in a byte, else
+    // UTF-16. Valid until the row changes; searches over 100,000 rows read cells this way.
+    QAnyStringView textView(int row, int column) const;
     void setText(int row, int column, const QString& text);
     QStringList rowTexts(int row) const;
     void setRowTexts(int row, const QStringList& cells);
@@ -49,6 +53,9 @@ public:
     int addRow(const QStringList& cells, int at = -1);
     // Appends many rows with one notification (loading a file of 100,000 rows).
     void appendRows(std::vector<QStringList> rows);
+    // The same for `count` rows whose cells `cell(row, column)` gives (row 0 is the first new
+    // row), with no list of strings made for each row.
+    void appendRows(int count, const std::function<QAnyStringView(int row, int column)>& cell);
     void removeRow(int row);
     // Removes every row whose mask entry is true, in one pass; keeps selection and focus on
     // the rows that stay.
@@ -118,13 +125,30 @@ private:
     public:
         PackedCells() = default;
         PackedCells(const QStringList& cells, int columns);
+        // `cell(column)` gives each cell's text; `memory(words)` a place in a shared block, or
+        // null for a block of the row's own.
+        template <typename CellOf, typename Memory>
+        PackedCells(int columns, CellOf&& cell, Memory&& memory);
         QString cell(int column) const;
+        QAnyStringView view(int column) const;
         QStringList cells() const;
-        int size() const { return m_data ? int(header()[0]) : 0; }
+        int size() const { return m_data ? int(m_data[0] & ~PooledBit) : 0; }
+        bool pooled() const { return m_data && (m_data[0] & PooledBit); }
+        size_t words() const; // the block's length
+        // The same cells in a block of their own.
+        PackedCells detached() const;
+
+        static constexpr quint32 PooledBit = 0x80000000u;
 
     private:
-        const quint32* header() const { return reinterpret_cast<const quint32*>(m_data.get()); }
-        std::unique_ptr<quint32[]> m_data; // [count][length word per cell][characters...]
+        // Frees a block of the row's own; one in a shared block goes with that block.
+        struct Release {
+            void operator()(quint32* p) const noexcept {
+                if (!(p[0] & PooledBit)) delete[] p;
+            }
+        };
+        const quint32* header() const { return m_data.get(); }
+        std::unique_ptr<quint32[], Release> m_data; // [count][length word per cell][chars...]
     };
     struct Row {
         PackedCells cells;
@@ -136,7 +160,20 @@ private:
     void restoreSelection(const std::vector<bool>& mask, int current);
     void reorder(const std::vector<int>& order); // new row i = old row order[i]
 
+    // Rows added in bulk are packed into shared blocks of many rows: one allocation for
+    // thousands of rows, and clearing a list frees a few blocks instead of every row.
+    quint32* pooledWords(size_t words);
+    void leavePool(int rows); // rows of the blocks removed or repacked on their own
+    void adoptPooledRows();   // the few rows left in mostly empty blocks move out of them
+
     QStringList m_headers;
+    // Before m_rows: the rows are destroyed first, and a row reads its header to know its block.
+    std::vector<std::unique_ptr<quint32[]>> m_blocks;
+    static constexpr int kPoolFrom = 64; // rows of one append that share blocks
+    size_t m_blockSize = 0;                 // words of the last block
+    size_t m_blockFree = 0;                 // words left at the end of the last block
+    int m_blockRows = 0;                    // rows ever packed into the current blocks
+    int m_pooledRows = 0;                   // of those, the rows still there
     std::vector<Row> m_rows;
     QItemSelectionModel m_selection;
     bool m_multiSelect = true;

@@ -32,14 +32,20 @@ void ExistenceCache::clear() {
         ::inotify_rm_watch(m_fd, it.key());
     refresh(); // drop what the removed watches still had to say
     m_known.clear();
+    ++m_generation;
     m_watchOf.clear();
     m_folderOf.clear();
     m_pathsOf.clear();
 }
 
-bool ExistenceCache::exists(const QString& path) {
-    const auto known = m_known.constFind(path);
-    if (known != m_known.cend()) return known.value();
+bool ExistenceCache::exists(QAnyStringView path, bool* remembered) {
+    const auto known = m_known.find(path);
+    if (remembered) *remembered = known != m_known.end();
+    if (known != m_known.end()) return known->second;
+    return lookUp(path.toString(), remembered);
+}
+
+bool ExistenceCache::lookUp(const QString& path, bool* remembered) {
     if (path.isEmpty() || path.contains(QChar(0))) return false;
     const QByteArray local = QFile::encodeName(path);
     struct stat st;
@@ -58,14 +64,16 @@ bool ExistenceCache::exists(const QString& path) {
         watch = m_watchOf.insert(folder, wd);
     }
     if (watch.value() < 0) return there;
-    m_known.insert(path, there);
+    m_known.emplace(path, there);
+    if (remembered) *remembered = true;
     m_pathsOf[watch.value()].append(path);
     return there;
 }
 
 void ExistenceCache::forgetFolder(int watch) {
+    ++m_generation;
     for (const QString& path : m_pathsOf.take(watch))
-        m_known.remove(path);
+        m_known.erase(path);
 }
 
 void ExistenceCache::refresh() {
@@ -81,6 +89,7 @@ void ExistenceCache::refresh() {
                 // Events were lost: nothing remembered can be trusted.
                 m_known.clear();
                 m_pathsOf.clear();
+                ++m_generation;
                 continue;
             }
             if (e->mask & (IN_DELETE_SELF | IN_MOVE_SELF | IN_IGNORED)) {

@@ -8,6 +8,7 @@
 #include "core/Settings.h"
 #include "core/modFiles.h"
 #include "library/ExistenceCache.h"
+#include "library/TextKey.h"
 #include "playlists/LineFiles.h"
 #include "playlists/ListFiles.h"
 #include "playlists/MenuArray.h"
@@ -19,6 +20,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <unordered_set>
 
 namespace {
 
@@ -47,6 +49,22 @@ qint32 leadingNumber(const QString& text) {
 QStringView shown(const QString& text) {
     const qsizetype nul = text.indexOf(QChar(0));
     return nul < 0 ? QStringView(text) : QStringView(text).left(nul);
+}
+
+// cell.toLower() == lower, without making the lower case of a Latin-1 cell: its characters
+// lower within Latin-1, one for one.
+bool lowerCaseEquals(QAnyStringView cell, const QString& lower) {
+    if (!cell.visit([](auto v) { return std::is_same_v<decltype(v), QLatin1StringView>; }))
+        return cell.toString().toLower() == lower;
+    if (cell.size() != lower.size()) return false;
+    const auto* bytes = static_cast<const uchar*>(cell.data());
+    const QChar* want = lower.constData();
+    for (qsizetype i = 0; i < lower.size(); ++i) {
+        uchar c = bytes[i];
+        if ((c >= 'A' && c <= 'Z') || (c >= 0xC0 && c <= 0xDE && c != 0xD7)) c += 0x20;
+        if (want[i].unicode() != c) return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -80,6 +98,16 @@ MediaLibrary::MediaLibrary(MainContext& ctx, QObject* parent)
         connect(list, &QAbstractItemModel::rowsRemoved, this, &MediaLibrary::updateLater);
         connect(list, &QAbstractItemModel::modelReset, this, &MediaLibrary::updateLater);
     }
+    // Remembered files of rows follow the rows.
+    connect(m_filenames, &QAbstractItemModel::rowsInserted, this, [this] { m_rowFile.clear(); });
+    connect(m_filenames, &QAbstractItemModel::rowsRemoved, this, [this] { m_rowFile.clear(); });
+    connect(m_filenames, &QAbstractItemModel::modelReset, this, [this] { m_rowFile.clear(); });
+    connect(m_filenames, &QAbstractItemModel::layoutChanged, this, [this] { m_rowFile.clear(); });
+    connect(m_filenames, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex& from, const QModelIndex& to) {
+                if (from.column() <= LibraryColumn::Path && to.column() >= LibraryColumn::Path)
+                    forgetRowFiles(from.row(), to.row());
+            });
     // The main window's moods changed: this window's mood menu follows.
     connect(&MenuArray::of(ctx, QStringLiteral("mnuSendToMood"), QStringLiteral("[None]")),
             &MenuArray::changed, this, &MediaLibrary::window_InstallSendToMoods);
@@ -358,43 +386,63 @@ void MediaLibrary::filenames_ShowID3Data() {
 
 void MediaLibrary::library_Update() {
     ResultsEnabled = false;
-    std::vector<QStringList> artists, years, albums;
-    QSet<QString> seenArtist, seenYear, seenAlbum;
-    const auto take = [](const QString& text, QSet<QString>& seen, std::vector<QStringList>& out) {
-        const QStringView key = shown(text);
+    // Cells are read in place: nothing changes the set while the side lists are gathered.
+    using Seen = std::unordered_set<QAnyStringView, TextKey::Hash, TextKey::Equal>;
+    std::vector<QAnyStringView> artists, years, albums;
+    Seen seenArtist, seenYear, seenAlbum;
+    const auto take = [](QAnyStringView text, Seen& seen, std::vector<QAnyStringView>& out) {
+        const QAnyStringView key = TextKey::shown(text);
         if (key.isEmpty()) return;
-        // The key is the text itself unless it holds a NUL.
-        const QString k = key.size() == text.size() ? text : key.toString();
-        if (seen.contains(k)) return;
-        seen.insert(k);
-        out.push_back({text});
+        if (seen.insert(key).second) out.push_back(text);
     };
-    ExistenceCache& files = *m_files;
-    files.refresh();
+    m_files->refresh();
     const ListModel& set = *m_filenames;
     const int n = set.count();
     for (int i = 0; i < n; ++i) {
-        if (!files.exists(set.text(i, LibraryColumn::Path))) continue;
-        take(set.text(i, LibraryColumn::Artist), seenArtist, artists);
-        take(set.text(i, LibraryColumn::Year), seenYear, years);
-        take(set.text(i, LibraryColumn::Album), seenAlbum, albums);
+        if (!rowFileExists(i)) continue;
+        take(set.textView(i, LibraryColumn::Artist), seenArtist, artists);
+        take(set.textView(i, LibraryColumn::Year), seenYear, years);
+        take(set.textView(i, LibraryColumn::Album), seenAlbum, albums);
     }
     m_artist->clear();
     m_year->clear();
     m_album->clear();
-    m_artist->appendRows(std::move(artists));
-    m_year->appendRows(std::move(years));
-    m_album->appendRows(std::move(albums));
+    const auto fill = [](ListModel& list, const std::vector<QAnyStringView>& texts) {
+        list.appendRows(int(texts.size()), [&texts](int row, int) { return texts[size_t(row)]; });
+    };
+    fill(*m_artist, artists);
+    fill(*m_year, years);
+    fill(*m_album, albums);
     // The side lists mark nothing until the user chooses.
     for (ListModel* side : {m_artist, m_album, m_year})
         side->clearSelection();
     ResultsEnabled = true;
 }
 
+bool MediaLibrary::rowFileExists(int row) {
+    const int n = m_filenames->count();
+    if (m_rowFile.size() != size_t(n) || m_rowFileGeneration != m_files->generation()) {
+        m_rowFile.assign(size_t(n), 0);
+        m_rowFileGeneration = m_files->generation();
+    }
+    quint8& known = m_rowFile[size_t(row)];
+    if (known) return known == 1;
+    bool remembered = false;
+    const bool there =
+        m_files->exists(m_filenames->textView(row, LibraryColumn::Path), &remembered);
+    if (remembered) known = there ? 1 : 2;
+    return there;
+}
+
+void MediaLibrary::forgetRowFiles(int first, int last) {
+    for (int i = qMax(0, first); i <= last && i < int(m_rowFile.size()); ++i)
+        m_rowFile[size_t(i)] = 0;
+}
+
 int MediaLibrary::list_FindText(const ListModel& list, const QString& text) const {
     const QStringView wanted = shown(text);
     for (int i = 0; i < list.count(); ++i)
-        if (shown(list.text(i, 0)) == wanted) return i;
+        if (QAnyStringView::equal(TextKey::shown(list.textView(i, 0)), wanted)) return i;
     return -1;
 }
 
@@ -413,14 +461,13 @@ void MediaLibrary::results_Find(const QString& text, int column) {
     m_files->refresh();
     const int n = m_filenames->count();
     for (int i = 0; i < n; ++i) {
-        const QString cellText = m_filenames->text(i, column);
-        const QStringView cell = shown(cellText);
+        const QAnyStringView cell = TextKey::shown(m_filenames->textView(i, column));
         // Lower case changes no length in the common case; only then is the lower case made.
         if (cell.size() != wanted.size() && cell.size() != typed.size()) continue;
-        if (cell.toString().toLower() != wanted) continue;
+        if (!lowerCaseEquals(cell, wanted)) continue;
+        if (!rowFileExists(i)) continue;
         const QStringList cells = m_filenames->rowTexts(i);
         const QString& path = cells.at(LibraryColumn::Path);
-        if (!m_files->exists(path)) continue;
         media_ReadMP3Info(path);
         const QString length = media_FormatSeconds(leadingNumber(media_MP3State().MP3Length));
         found.push_back({cells.at(LibraryColumn::Artist), cells.at(LibraryColumn::Title),

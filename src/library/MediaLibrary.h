@@ -8,6 +8,7 @@
 #include <deque>
 #include <functional>
 #include <memory>
+#include <vector>
 
 class Commands;
 class clsID3v1;
@@ -131,6 +132,10 @@ private:
     void addRecentPlaylist(const QString& path);
     void updateLater();
     void selectSideEntry(ListModel& list, int row);
+    // Whether the file of a row of the set exists, remembered by row while the cache's answer
+    // holds: a rebuild over 100,000 rows then reads a byte a row instead of a table entry.
+    bool rowFileExists(int row);
+    void forgetRowFiles(int first, int last);
 
     MainContext& m_ctx;
     Commands* m_commands;
@@ -150,4 +155,6 @@ private:
     std::unique_ptr<clsID3v2> m_v2;
     std::unique_ptr<ExistenceCache> m_files;
     bool m_selectingInCode = false;
+    std::vector<quint8> m_rowFile; // 0 not known, 1 there, 2 missing
+    quint64 m_rowFileGeneration = 0;
 };

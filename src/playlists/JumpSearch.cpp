@@ -6,6 +6,8 @@
 #include "tags/clsID3v1.h"
 #include "tags/clsID3v2.h"
 
+#include <QStringMatcher>
+
 namespace JumpSearch {
 
 Entry readRow(const QStringList& cells, bool id3v2) {
@@ -98,14 +100,18 @@ bool isExcluded(const QString& field, const QStringList& excluded) {
 std::vector<int> search(const Index& index, const Query& query) {
     std::vector<int> out;
     const QString criteria = query.criteria.toLower();
+    // "Contains" looks for the same text in every field: its skip table is made once.
+    const QStringMatcher matcher(criteria);
+    const auto matches = [&](const QString& field) {
+        if (query.mode == Contains) return (matcher.indexIn(field) >= 0) != query.notEqual;
+        return test(field, criteria, query.mode, query.notEqual);
+    };
     const int n = index.size();
     if (query.searchBy > 0 && query.searchBy <= FieldCount) {
         const size_t f = size_t(query.searchBy - 1);
         for (int i = 0; i < n; ++i) {
             const QString& field = index.at(i).lower[f];
-            if (test(field, criteria, query.mode, query.notEqual) &&
-                !isExcluded(field, query.excluded))
-                out.push_back(i);
+            if (matches(field) && !isExcluded(field, query.excluded)) out.push_back(i);
         }
         return out;
     }
@@ -113,7 +119,7 @@ std::vector<int> search(const Index& index, const Query& query) {
         const auto& fields = index.at(i).lower;
         bool hit = false;
         for (const QString& field : fields)
-            if ((hit = test(field, criteria, query.mode, query.notEqual))) break;
+            if ((hit = matches(field))) break;
         if (!hit) continue;
         bool excluded = false;
         if (!query.excluded.isEmpty())
@@ -154,13 +160,13 @@ void showResults(ListModel& items, const Index& index, const std::vector<int>& h
                       QStringLiteral("1"))
             ? qMax(2, int(QString::number(hits.size()).size()))
             : 0;
-    std::vector<QStringList> rows;
-    rows.reserve(hits.size());
-    int n = 0;
-    for (int i : hits)
-        rows.push_back({numberText(++n, width), index.at(i).artist, index.at(i).title});
     listview_Clear(items);
-    items.appendRows(std::move(rows));
+    items.appendRows(int(hits.size()), [&](int row, int column) -> QAnyStringView {
+        const Entry& e = index.at(hits[size_t(row)]);
+        return column == 0   ? QAnyStringView(numberText(row + 1, width))
+               : column == 1 ? QAnyStringView(e.artist)
+                             : QAnyStringView(e.title);
+    });
     if (items.count() == 0) return;
     listview_SelectItem(items, 1); // as a list selects its first row once filled
     items.setCurrentRow(0);

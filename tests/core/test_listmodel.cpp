@@ -53,3 +53,62 @@ TEST(ListModelStorage, StylesSurviveSortingAndPlainRowsDropThem) {
     EXPECT_FALSE(list.isBold(1, 0));
     EXPECT_EQ(list.foreColor(1, 1), ListModel::DefaultColor);
 }
+
+// A cell read in place is the same text as its copy, whatever mix of widths the row holds: a wide
+// cell after a narrow one of odd length must still be read as whole characters.
+TEST(ListModelStorage, CellsReadInPlaceMatchTheirCopies) {
+    ListModel list({"A", "B", "C", "D"});
+    const QString wide = QStringLiteral("日本 ") + QChar(0xD83C) + QChar(0xDFB5);
+    list.addRow({"odd", wide, QStringLiteral("é"), QString()});
+    list.addRow({wide, "x", wide, "yz"});
+    for (int r = 0; r < list.count(); ++r)
+        for (int c = 0; c < list.columns(); ++c)
+            EXPECT_EQ(list.textView(r, c).toString(), list.text(r, c)) << r << ' ' << c;
+    EXPECT_TRUE(list.textView(5, 0).isEmpty());
+    EXPECT_TRUE(list.textView(0, 7).isEmpty());
+
+    // Rows given as views of any encoding come back as the same texts.
+    const QByteArray utf8 = QStringLiteral("Motörhead ✓").toUtf8();
+    list.appendRows(2, [&](int row, int column) -> QAnyStringView {
+        if (row == 1) return QLatin1StringView("plain");
+        return column == 0   ? QAnyStringView(QUtf8StringView(utf8))
+               : column == 1 ? QAnyStringView(QLatin1StringView("caf\xe9"))
+                             : QAnyStringView(wide);
+    });
+    EXPECT_EQ(list.rowTexts(2),
+              QStringList({QStringLiteral("Motörhead ✓"), QStringLiteral("café"), wide, wide}));
+    EXPECT_EQ(list.rowTexts(3), QStringList({"plain", "plain", "plain", "plain"}));
+}
+
+// Rows added in bulk share blocks; every way a row can go or change must leave the others whole
+// (the sanitizer build reads freed blocks as errors).
+TEST(ListModelStorage, BulkRowsSurviveEveryChange) {
+    ListModel list({"No.", "Title"});
+    const auto expected = [](int i) {
+        return QStringList{QString::number(i), i % 7 ? QStringLiteral("Song %1").arg(i)
+                                                     : QStringLiteral("Sång ✓ %1").arg(i)};
+    };
+    std::vector<QStringList> rows;
+    for (int i = 0; i < 1000; ++i)
+        rows.push_back(expected(i));
+    list.appendRows(std::move(rows));
+    list.setText(3, 1, QStringLiteral("changed"));
+    list.setRowTexts(4, {"4", "whole row"});
+    list.removeRow(0);
+    std::vector<bool> mask(size_t(list.count()), false);
+    for (size_t i = 0; i < mask.size(); ++i)
+        mask[i] = i % 10 != 0; // nine rows in ten go: the rest move out of the blocks
+    list.removeRows(mask);
+    ASSERT_EQ(list.count(), 100);
+    EXPECT_EQ(list.rowTexts(0), QStringList({"1", "Song 1"}));
+    for (int r = 1; r < list.count(); ++r)
+        EXPECT_EQ(list.rowTexts(r), expected(r * 10 + 1)) << r;
+    list.setSortOrder(1);
+    list.setSorted(true);
+    EXPECT_EQ(list.text(0, 0), QStringLiteral("991"));
+    list.appendRows(100, [](int row, int) { return QLatin1StringView(row % 2 ? "odd" : "even"); });
+    EXPECT_EQ(list.count(), 200);
+    list.clear();
+    list.appendRows(70, [](int, int c) { return QLatin1StringView(c ? "t" : "n"); });
+    EXPECT_EQ(list.rowTexts(69), QStringList({"n", "t"}));
+}

@@ -50,3 +50,28 @@ TEST(ExistenceCache, ForgetsWhatItsFoldersReport) {
     cache.clear();
     EXPECT_TRUE(cache.exists(a));
 }
+
+// A list's cell is asked as it is stored (Latin-1 or UTF-16): both spellings find the same answer,
+// and the generation tells a caller that remembered answers may have changed.
+TEST(ExistenceCache, CellsOfAnyEncodingShareAnswers) {
+    TempHome home;
+    ExistenceCache cache;
+    const QString latin = home.file("music/caf\u00e9.mp3"), wide = home.file("music/日本.mp3");
+    TempHome::writeFile(latin, "x");
+    TempHome::writeFile(wide, "x");
+    const QByteArray latinBytes = latin.toLatin1();
+    bool remembered = false;
+    EXPECT_TRUE(cache.exists(QLatin1StringView(latinBytes), &remembered));
+    EXPECT_TRUE(remembered);
+    EXPECT_TRUE(cache.exists(latin));
+    EXPECT_TRUE(cache.exists(QStringView(wide)));
+    const quint64 before = cache.generation();
+    cache.refresh();
+    EXPECT_EQ(cache.generation(), before);
+    QFile::remove(latin);
+    cache.refresh();
+    EXPECT_NE(cache.generation(), before);
+    EXPECT_FALSE(cache.exists(QLatin1StringView(latinBytes)));
+    EXPECT_FALSE(cache.exists(latin));
+    EXPECT_TRUE(cache.exists(wide));
+}

@@ -320,3 +320,30 @@ TEST_F(LibraryFixture, ID3v2ChoiceIsTheLibrarysOwn) {
     // The side lists wait for the next rebuild.
     EXPECT_EQ(entries(lib.lstArtist()), QStringList{"V1 Artist"});
 }
+
+// Rebuilds remember by row whether a file exists; a link's target, a changed path and a file
+// removed between rebuilds must still be seen at the next one.
+TEST_F(LibraryFixture, RebuildsSeeFilesThatChangedSinceTheLast) {
+    QStringList paths;
+    for (int i = 0; i < 80; ++i) // enough rows to be added in bulk
+        paths << song(QStringLiteral("s%1.mp3").arg(i), "Band " + QByteArray::number(i % 3));
+    const QString target = song("target.mp3", "Linked");
+    const QString link = App::file("link.mp3");
+    ASSERT_EQ(::symlink(qPrintable(target), qPrintable(link)), 0);
+    open(playlist("rows", paths + QStringList{link}));
+    EXPECT_EQ(entries(lib.lstArtist()), (QStringList{"Band 0", "Band 1", "Band 2", "Linked"}));
+
+    QFile::remove(target); // nothing tells the link's folder: links are asked every time
+    lib.library_Update();
+    EXPECT_EQ(entries(lib.lstArtist()), (QStringList{"Band 0", "Band 1", "Band 2"}));
+
+    for (int i = 0; i < 80; i += 3)
+        QFile::remove(paths[i]);
+    lib.library_Update();
+    EXPECT_EQ(entries(lib.lstArtist()), (QStringList{"Band 1", "Band 2"}));
+
+    // A row now names another file: the missing one it named before no longer counts.
+    lib.lstvFilenames().setText(0, LibraryColumn::Path, paths[1]);
+    lib.library_Update();
+    EXPECT_EQ(entries(lib.lstArtist()), (QStringList{"Band 0", "Band 1", "Band 2"}));
+}

@@ -60,6 +60,7 @@ public:
     // Removes every row whose mask entry is true, in one pass; keeps selection and focus on
     // the rows that stay.
     void removeRows(const std::vector<bool>& mask);
+    using QAbstractTableModel::removeRows;
     void clear();
     // Exchanges the cells (texts and styles) of two rows; selection stays where it was.
     void swapRows(int a, int b);

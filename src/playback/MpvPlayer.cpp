@@ -67,6 +67,7 @@ bool MpvPlayer::startEngine() {
     opt("audio-display", "no"); // cover art of an MP3 is not a video
     opt("stop-screensaver", "yes");
     opt("audio-client-name", "veldor");
+    opt("autoload-files", "no");
 
     const QByteArray ao = env("VELDOR_AO");
     if (!ao.isEmpty()) opt("ao", ao);
@@ -148,11 +149,12 @@ void MpvPlayer::setFileName(const QString& name) {
 
 void MpvPlayer::load(const QString& path) {
     setFlag("pause", true);
-    // Subtitles and cover pictures beside a file are looked for by listing its whole folder,
-    // which the load waits for: worth it only where a picture shows.
-    m_api->set_property_string(m_mpv, "autoload-files", player_IsVideoFile(path) ? "yes" : "no");
     const QByteArray file = path.toUtf8();
-    const char* argv[] = {"loadfile", file.constData(), "replace", nullptr};
+    // Subtitles and cover pictures beside a file are looked for by listing its whole folder,
+    // which the load waits for: worth it only where a picture shows. A per-file option, since
+    // changing the engine's own while a song is loaded reopens its sound filters later.
+    const char* argv[] = {"loadfile", file.constData(), "replace",
+                          player_IsVideoFile(path) ? "autoload-files=yes" : nullptr, nullptr};
     mpv_node result{};
     const bool ok = m_api->command_ret(m_mpv, argv, &result) >= 0;
     m_entry = -1;
@@ -267,17 +269,20 @@ void MpvPlayer::Play() {
 
 void MpvPlayer::startLoaded() {
     if (!m_startPending || !m_mpv) return;
-    // Under load the file may still be opening: its first samples may already have gone
-    // through the old filters, so the start waits for the load and its seek.
+    // Under load the file may still be opening: the start waits for it.
     if (m_chainChanged && m_loading) return;
-    m_startPending = m_fresh = false;
-    // Anything decoded while paused went through the old filters: a seek to where the song
-    // starts throws it away.
-    if (m_chainChanged && m_open) {
-        const QByteArray to = QByteArray::number(m_startAt, 'f', 3);
-        command({"seek", to.constData(), "absolute+exact"});
+    const bool reopen = m_chainChanged && m_open;
+    const double at = m_startAt;
+    m_startPending = m_fresh = m_chainChanged = false;
+    if (reopen) {
+        // The engine applies changed filters a few buffers late, after what it decoded while
+        // paused; the song opened again with them in place has them from its first sample.
+        load(m_file);
+        if (m_released) return;
+        m_fresh = false;
+        m_state = Playing;
+        if (at > 0) setCurrentPosition(at);
     }
-    m_chainChanged = false;
     setFlag("pause", false);
 }
 

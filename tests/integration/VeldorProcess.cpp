@@ -19,6 +19,8 @@ QString run(const QString& program, const QStringList& args, int timeoutMs = 100
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
+} // namespace
+
 // Sends WM_DELETE_WINDOW as a window manager does when the close button is pressed, and waits
 // for the server to take it: a request left behind by a closing connection may be dropped.
 // Returns what was sent, or what went wrong.
@@ -52,7 +54,6 @@ QString sendDeleteWindow(unsigned long window) {
     xcb_disconnect(c);
     return result;
 }
-} // namespace
 
 VeldorProcess::VeldorProcess() : m_env(QProcessEnvironment::systemEnvironment()) {
     m_env.insert(QStringLiteral("VELDOR_HOME"), m_home.path());

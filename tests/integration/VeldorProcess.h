@@ -3,6 +3,10 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+// Sends WM_DELETE_WINDOW to `window` as a window manager's close button does; what was sent, or
+// what went wrong.
+QString sendDeleteWindow(unsigned long window);
+
 // The real program under a private X server, with its data folder in a temporary directory.
 class VeldorProcess {
 public:

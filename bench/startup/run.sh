@@ -3,8 +3,9 @@
 # bare Qt window of the same run, under a private X server; then the resident memory of an empty
 # start left idle for 5 s. Usage: run.sh <build dir> [veldor]
 set -eu
-build=${1:?build dir}
-exe=${2:-$build/src/veldor}
+# Absolute paths: the program runs from the folder of the songs.
+build=$(realpath "${1:?build dir}")
+exe=$(realpath "${2:-$build/src/veldor}")
 here=$(cd "$(dirname "$0")" && pwd)
 export VELDOR_AO=null VELDOR_VO=null
 song=$(mktemp --suffix=.mp3)

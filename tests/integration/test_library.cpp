@@ -56,11 +56,12 @@ TEST(MediaLibraryWindow, LoadsFromTheTreeAndExportsAnArtist) {
     VeldorProcess::write(v.file("Playlists/Mix.spp"), sppRow(a) + sppRow(b) + sppRow(c));
     v.start({QStringLiteral("/ml")});
     ASSERT_NE(v.waitForWindow(), 0u);
-    const QString library = xdotool({QStringLiteral("search"), QStringLiteral("--sync"),
-                                     QStringLiteral("--pid"), QString::number(v.pid()),
-                                     QStringLiteral("--name"), QStringLiteral("^Media Library$")})
-                                .split('\n')
-                                .value(0);
+    const QString library =
+        xdotool({QStringLiteral("search"), QStringLiteral("--all"), QStringLiteral("--sync"),
+                 QStringLiteral("--pid"), QString::number(v.pid()), QStringLiteral("--name"),
+                 QStringLiteral("^Media Library$")})
+            .split('\n')
+            .value(0);
     ASSERT_FALSE(library.isEmpty());
     QThread::msleep(500);
 

@@ -44,10 +44,11 @@ QString xdotool(const QStringList& args) {
 // The window of `pid` titled `title`, focused; its id or empty.
 QString focusWindow(qint64 pid, const QString& title) {
     for (int i = 0; i < 100; ++i) {
-        const QString id = xdotool({QStringLiteral("search"), QStringLiteral("--onlyvisible"),
-                                    QStringLiteral("--pid"), QString::number(pid),
-                                    QStringLiteral("--name"), QLatin1Char('^') + title + '$'})
-                               .section('\n', 0, 0);
+        const QString id =
+            xdotool({QStringLiteral("search"), QStringLiteral("--all"),
+                     QStringLiteral("--onlyvisible"), QStringLiteral("--pid"), QString::number(pid),
+                     QStringLiteral("--name"), QLatin1Char('^') + title + '$'})
+                .section('\n', 0, 0);
         if (!id.isEmpty()) {
             xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), id});
             QThread::msleep(200);

@@ -92,32 +92,8 @@ void MediaLibrary::mnuAddPlaylist_Click() {
 }
 
 void MediaLibrary::mnuAddFiles_Click() {
-    Dialogs::FileRequest request;
-    request.title = QStringLiteral("Add Files...");
-    request.initDir = settings_Read(QStringLiteral("Settings"), QStringLiteral("LastDirectoryUsed"),
-                                    QStringLiteral("C:\\"));
-    request.flags = 524804;
-    request.filter = media_AddFilesFilter();
-    const QString chosen = Dialogs::showOpen(request).path;
-    if (chosen.isEmpty()) return;
-    // Several files come as the folder, then each name, NUL between them.
-    const QStringList parts = chosen.split(QChar(0));
-    if (parts.size() - 1 >= 101) {
-        Dialogs::msgBox(QStringLiteral("You have selected to many songs to add from this "
-                                       "directory.\n\nUse the 'Add Directory' option instead if "
-                                       "you want to add all of the songs from this directory.\n"),
-                        Dialogs::vbExclamation, QStringLiteral("Add Files Error"));
-        return;
-    }
-    QStringList files;
-    if (parts.size() == 1) {
-        files = parts;
-    } else {
-        const QString folder =
-            parts.first().endsWith(QLatin1Char('/')) ? parts.first() : parts.first() + '/';
-        for (qsizetype i = 1; i < parts.size(); ++i)
-            if (!parts[i].isEmpty()) files.append(folder + parts[i]);
-    }
+    const QStringList files = media_ChooseFiles(QStringLiteral("Add Files..."));
+    if (files.isEmpty()) return;
     stopWork();
     for (const QString& path : files) {
         filenames_Add(path);

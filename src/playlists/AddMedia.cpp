@@ -4,20 +4,20 @@
 #include "core/Commands.h"
 #include "core/ConsoleLog.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
+#include "core/modControls.h"
 #include "core/modDirectorys.h"
 #include "core/modFiles.h"
 #include "playlists/Bookmarks.h"
 #include "playlists/DirectoryAdd.h"
 #include "playlists/FrmAddLocation.h"
 #include "playlists/ListFiles.h"
-#include "core/ListModel.h"
 #include "playlists/Moods.h"
-#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistMenus.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 #include "playlists/modRecentMedia.h"
 #include "playlists/modRecentPlaylists.h"
 #include "ui/ListView.h"
@@ -82,16 +82,15 @@ bool media_IsRecognised(const QString& extension) {
     return known.contains(extension);
 }
 
-void mnuAddFiles_Click(MainContext& ctx) {
+QStringList media_ChooseFiles(const QString& title) {
     Dialogs::FileRequest request;
-    request.title = QStringLiteral("Add Files To Playlist...");
+    request.title = title;
     request.initDir =
         settings_Read(kSettings, QStringLiteral("LastDirectoryUsed"), QStringLiteral("C:\\"));
     request.flags = 524804; // explorer style, several files, no read-only box
     request.filter = media_AddFilesFilter();
-    request.filterIndex = 0;
     const QString chosen = Dialogs::showOpen(request).path;
-    if (chosen.isEmpty()) return;
+    if (chosen.isEmpty()) return {};
     // Several files come as the folder, then each name, NUL between them.
     const QStringList parts = chosen.split(QChar(0));
     if (parts.size() - 1 >= 101) {
@@ -99,19 +98,20 @@ void mnuAddFiles_Click(MainContext& ctx) {
                                        "directory.\n\nUse the 'Add Directory' option instead if "
                                        "you want to add all of the songs from this directory.\n"),
                         Dialogs::vbExclamation, QStringLiteral("Add Files Error"));
-        return;
+        return {};
     }
+    if (parts.size() == 1) return parts;
+    const QString folder =
+        parts.first().endsWith(QLatin1Char('/')) ? parts.first() : parts.first() + '/';
     QStringList files;
-    if (parts.size() == 1) {
-        files = parts;
-    } else {
-        const QString folder = parts.first();
-        for (qsizetype i = 1; i < parts.size(); ++i)
-            if (!parts[i].isEmpty())
-                files.append(folder.endsWith(QLatin1Char('/'))
-                                 ? folder + parts[i]
-                                 : folder + QLatin1Char('/') + parts[i]);
-    }
+    for (qsizetype i = 1; i < parts.size(); ++i)
+        if (!parts[i].isEmpty()) files.append(folder + parts[i]);
+    return files;
+}
+
+void mnuAddFiles_Click(MainContext& ctx) {
+    const QStringList files = media_ChooseFiles(QStringLiteral("Add Files To Playlist..."));
+    if (files.isEmpty()) return;
     ctx.beginBusy(QStringLiteral("Adding entries to the playlist, please wait..."));
     {
         SortPause pause(ctx);

@@ -13,6 +13,8 @@ QString media_AddFilesFilter();
 // True for an extension (lower case, no point) of a media file the program plays.
 bool media_IsRecognised(const QString& extension);
 
+// The Add Files dialog: the chosen files in full, or none when cancelled or too many.
+QStringList media_ChooseFiles(const QString& title);
 void mnuAddFiles_Click(MainContext& ctx);
 void mnuAddDirectory_Click(MainContext& ctx);
 void mnuAddPlaylist_Click(MainContext& ctx);

@@ -317,7 +317,8 @@ TEST_F(PlaylistTools, ManageRenamesAndDeletesAndTheCurrentPlaylistFollows) {
     EXPECT_TRUE(gone(QStringLiteral("Rename Playlist")));
     EXPECT_TRUE(waitFor([&] { return QFile::exists(playlist("Classic Rock")); }));
     EXPECT_FALSE(QFile::exists(playlist("Rock")));
-    EXPECT_EQ(setting("RecentPlaylists", "Filename1"), playlist("Classic Rock"));
+    EXPECT_TRUE(waitFor(
+        [&] { return setting("RecentPlaylists", "Filename1") == playlist("Classic Rock"); }));
 
     ASSERT_FALSE(window(QStringLiteral("Manage Playlists")).isEmpty());
     keys(QStringLiteral("Home Delete"));
@@ -329,7 +330,8 @@ TEST_F(PlaylistTools, ManageRenamesAndDeletesAndTheCurrentPlaylistFollows) {
     ASSERT_EQ(v.runCommand(QStringLiteral("mnuDeleteCurrentPlaylist")), "ok");
     EXPECT_TRUE(waitFor([&] { return !QFile::exists(playlist("Classic Rock")); }));
     EXPECT_TRUE(QFile::exists(v.file(QStringLiteral("xdg/Trash/files/Classic Rock.spp"))));
-    EXPECT_TRUE(setting("RecentPlaylists", "Filename1").isEmpty());
+    // The settings are written just after the file goes.
+    EXPECT_TRUE(waitFor([&] { return setting("RecentPlaylists", "Filename1").isEmpty(); }));
     EXPECT_EQ(dialogs().count("Delete Current Playlist Confirmation"), 2)
         << dialogs().toStdString();
     EXPECT_TRUE(dialogs().contains("Classic Rock.spp")) << dialogs().toStdString();

@@ -33,6 +33,7 @@
 #include "stats/Tracking.h"
 #include "system/Desktop.h"
 #include "system/SystemSetup.h"
+#include "system/SystemTray.h"
 #include "tags/TagsInstall.h"
 #include "ui/FrmMenus.h"
 #include "ui/FrmOptions.h"
@@ -124,12 +125,26 @@ int Sub_Main(int argc, char** argv) {
     std::vector<char*> qtArgv{argv[0]};
     for (int i = 1; i < argc; ++i)
         if (argv[i][0] == '-' || argv[i - 1][0] == '-') qtArgv.push_back(argv[i]);
+    const std::vector<char*> offered(qtArgv.begin() + 1, qtArgv.end());
     int qtArgc = int(qtArgv.size());
     qtArgv.push_back(nullptr);
     QApplication app(qtArgc, qtArgv.data());
+    // What Qt took for itself (-style fusion, -platform xcb) is neither a file nor a switch.
+    if (qtArgc <= int(offered.size())) {
+        const std::vector<char*> left(qtArgv.begin() + 1, qtArgv.begin() + qtArgc);
+        arguments.clear();
+        for (int i = 1; i < argc; ++i) {
+            const bool taken =
+                std::find(offered.begin(), offered.end(), argv[i]) != offered.end() &&
+                std::find(left.begin(), left.end(), argv[i]) == left.end();
+            if (!taken) arguments.append(QString::fromLocal8Bit(argv[i]));
+        }
+    }
     QApplication::setApplicationName(QStringLiteral("veldor"));
     QApplication::setApplicationVersion(App::versionText());
     QApplication::setDesktopFileName(QStringLiteral("veldor"));
+    // Every window's title bar and task entry carry the badge the tray shows.
+    QApplication::setWindowIcon(SystemTray::appIcon(false));
     setlocale(LC_NUMERIC, "C"); // the media engine refuses other numeric locales
     watchTerminateSignals(app);
 

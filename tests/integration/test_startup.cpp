@@ -116,6 +116,17 @@ TEST(Startup, CommandLineFormsFillTheList) {
     ASSERT_TRUE(w.waitForExit());
     const QByteArray loaded = VeldorProcess::read(w.file("Playlists/default.spp"));
     EXPECT_TRUE(loaded.contains("/x/one.mp3") && loaded.contains("/x/two.mp3"));
+
+    // Qt's own options and their values are not files to add.
+    VeldorProcess q;
+    VeldorProcess::write(q.file("three.wav"), "x");
+    q.start({"-style", "fusion", q.file("three.wav")});
+    ASSERT_NE(q.waitForWindow(), 0u);
+    q.terminate();
+    ASSERT_TRUE(q.waitForExit());
+    const QByteArray styled = VeldorProcess::read(q.file("Playlists/default.spp"));
+    EXPECT_TRUE(styled.contains(q.file("three.wav").toUtf8())) << styled.toStdString();
+    EXPECT_FALSE(styled.contains("fusion") || styled.contains("-style")) << styled.toStdString();
 }
 
 TEST(Startup, SwitchNewEmptiesTheList) {

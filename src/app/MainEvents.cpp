@@ -23,6 +23,7 @@
 #include <QMenuBar>
 #include <QPointer>
 #include <QTimer>
+#include <utility>
 
 namespace {
 
@@ -104,7 +105,7 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
         for (const char* name : {"mnuCut", "mnuCopy", "mnuPaste", "mnuSelectAll"})
             options->addAction(c.action(QString::fromLatin1(name)));
         options->addSeparator();
-        for (const char* name : {"mnuRenameFilename", "mnuSelectPlaying"})
+        for (const char* name : {"mnuSelectedCopyTAG", "mnuRenameFilename", "mnuSelectPlaying"})
             options->addAction(c.action(QString::fromLatin1(name)));
         menu.addMenu(buildSendToMenu(window, &menu));
         menu.addAction(c.action(QStringLiteral("mnuStoreVolume")));
@@ -127,6 +128,14 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
 void MainEvents_install(FrmMain& window) {
     MainContext& ctx = window.ctx();
     Commands& c = ctx.commands();
+    // Entries only the pop-up menus carry.
+    for (const auto& [name, text] : {std::pair{"mnuPlay2", "&Play"},
+                                     {"mnuRefresh", "&Refresh Tags"},
+                                     {"mnuMoreOnThisArtist", "More On This &Artist"},
+                                     {"mnuMoreOnThisYear", "More On This &Year"},
+                                     {"mnuRenameFilename", "Re&name Filename..."},
+                                     {"mnuUpdate", "&Update"}})
+        c.addCaption(QLatin1String(name), QLatin1String(text));
     ListView* view = window.lstvPlaylist();
     ListModel& list = ctx.lstvPlaylist();
 

@@ -28,6 +28,12 @@ QAction* Commands::add(const QString& name, const QString& text, bool checkable)
     return a;
 }
 
+QAction* Commands::addCaption(const QString& name, const QString& text) {
+    QAction* a = action(name);
+    if (a->text().isEmpty() || a->text() == name) a->setText(text);
+    return a;
+}
+
 void Commands::setHandler(const QString& name, std::function<void()> handler) {
     action(name);
     m_handlers.insert(name, std::move(handler));

@@ -16,6 +16,9 @@ public:
     // Creates the action on first use; later calls return the same one.
     QAction* action(const QString& name);
     QAction* add(const QString& name, const QString& text, bool checkable = false);
+    // Gives the entry `text` unless a caption was set before: an entry first reached by its name
+    // (a handler, an enabling rule) would otherwise show that name.
+    QAction* addCaption(const QString& name, const QString& text);
     bool has(const QString& name) const { return m_actions.contains(name); }
     QList<QAction*> all() const { return m_actions.values(); }
 

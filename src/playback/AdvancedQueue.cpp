@@ -1,9 +1,9 @@
 #include "playback/AdvancedQueue.h"
 
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/modFiles.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
 
 #include <QSet>

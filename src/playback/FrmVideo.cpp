@@ -184,6 +184,7 @@ FrmVideo::~FrmVideo() {
 }
 
 void FrmVideo::install() {
+    m_ctx.commands().addCaption(QStringLiteral("mnuVideoWindow"), QStringLiteral("&Video Window"));
     m_ctx.setPlayer(m_player);
     m_ctx.video_Open = [this] { video_Open(); };
     m_ctx.video_Close = [this] { video_Close(); };

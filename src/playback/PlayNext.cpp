@@ -3,13 +3,13 @@
 #include "core/Colors.h"
 #include "core/Commands.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/Settings.h"
-#include "playback/FrmQueue.h"
-#include "core/wmpPlayer.h"
-#include "core/ListModel.h"
-#include "playlists/PlaylistRows.h"
 #include "core/modControls.h"
+#include "core/wmpPlayer.h"
+#include "playback/FrmQueue.h"
+#include "playlists/PlaylistRows.h"
 
 namespace {
 
@@ -78,6 +78,5 @@ void PlayNext_install(MainContext& ctx) {
     Commands& c = ctx.commands();
     c.setHandler(QStringLiteral("mnuPlayNext"), [&ctx] { mnuPlayNext_Click(ctx); });
     c.setHandler(QStringLiteral("mnuAdvanced"), [&ctx] { FrmQueue::showModal(ctx); });
-    if (c.caption(QStringLiteral("mnuAdvanced")) == QLatin1String("mnuAdvanced"))
-        c.setCaption(QStringLiteral("mnuAdvanced"), QStringLiteral("&Advanced..."));
+    c.addCaption(QStringLiteral("mnuAdvanced"), QStringLiteral("&Advanced..."));
 }

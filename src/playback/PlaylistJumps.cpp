@@ -2,9 +2,9 @@
 
 #include "core/Commands.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/SettingsCatalogue.h"
 #include "playback/TrackAdvance.h"
-#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistRows.h"
 
 namespace {

@@ -54,7 +54,6 @@ void QueueStatus_install(MainContext& ctx) {
         const bool all = e.all;
         c.setHandler(name, [&ctx, status, all] { queue_SetStatus(ctx, status, all); });
     }
-    if (c.caption(QStringLiteral("mnuSelectPlaying")) == QLatin1String("mnuSelectPlaying"))
-        c.setCaption(QStringLiteral("mnuSelectPlaying"), QStringLiteral("Select &Playing"));
+    c.addCaption(QStringLiteral("mnuSelectPlaying"), QStringLiteral("Select &Playing"));
     c.setHandler(QStringLiteral("mnuSelectPlaying"), [&ctx] { mnuSelectPlaying_Click(ctx); });
 }

@@ -2,14 +2,14 @@
 
 #include "core/Commands.h"
 #include "core/Dialogs.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
 #include "core/SliderModel.h"
+#include "core/modControls.h"
+#include "core/wmpPlayer.h"
 #include "playback/AdjustVolumes.h"
 #include "playback/FrmAdjustVolumes.h"
-#include "core/wmpPlayer.h"
-#include "core/ListModel.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 #include <QAction>
 #include <QApplication>
@@ -105,8 +105,7 @@ void Sound_install(MainContext& ctx) {
     Commands& c = ctx.commands();
     c.setHandler(kMute, [&ctx] { mnuMute_Click(ctx); });
     c.setHandler(QStringLiteral("mnuStoreVolume"), [&ctx] { mnuStoreVolume_Click(ctx); });
-    if (c.caption(QStringLiteral("mnuStoreVolume")) == QLatin1String("mnuStoreVolume"))
-        c.setCaption(QStringLiteral("mnuStoreVolume"), QStringLiteral("Store &Volume"));
+    c.addCaption(QStringLiteral("mnuStoreVolume"), QStringLiteral("Store &Volume"));
     c.setHandler(QStringLiteral("mnuVolumes"), [&ctx] { FrmAdjustVolumes::showFor(ctx); });
     c.action(kMuteButton)->setCheckable(true);
     AdjustVolumes::of(ctx); // loaded at start-up: every song start reads it

@@ -1,18 +1,18 @@
 #include "playback/TrackAdvance.h"
 
 #include "core/Commands.h"
+#include "core/ListModel.h"
 #include "core/MainContext.h"
+#include "core/PlaylistCombo.h"
 #include "core/Settings.h"
 #include "core/SettingsCatalogue.h"
+#include "core/modControls.h"
 #include "core/modFiles.h"
 #include "core/modMath.h"
+#include "core/wmpPlayer.h"
 #include "playback/PlayModes.h"
 #include "playback/PlaylistJumps.h"
-#include "core/wmpPlayer.h"
-#include "core/ListModel.h"
-#include "core/PlaylistCombo.h"
 #include "playlists/PlaylistRows.h"
-#include "core/modControls.h"
 
 namespace {
 

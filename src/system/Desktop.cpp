@@ -21,9 +21,7 @@ const QString kSettings = QStringLiteral("Settings");
 
 // Captions of the entries the menu bar may not carry yet.
 void caption(Commands& c, const char* name, const char* text, bool checkable) {
-    QAction* a = c.action(QLatin1String(name));
-    if (a->text().isEmpty()) a->setText(QLatin1String(text));
-    a->setCheckable(checkable);
+    c.addCaption(QLatin1String(name), QLatin1String(text))->setCheckable(checkable);
 }
 
 void mnuWindowsDisableGlobalHotkeys_Click(MainContext& ctx, X11Hotkeys* keys) {

@@ -17,6 +17,9 @@
 #include "tags/clsID3v2.h"
 #include "tags/modMedia.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 namespace {
 
 class ID3TagReader : public PlaylistTagReader {
@@ -100,6 +103,13 @@ void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
     playlist_ShowMP3Data(ctx, false);
 }
 
+QString tags_SelectedTagText(const ListModel& list) {
+    QStringList lines;
+    for (int i = 0; i < list.count(); ++i)
+        if (list.isSelected(i)) lines << list.text(i, 1) + QStringLiteral(" - ") + list.text(i, 2);
+    return lines.join(QLatin1Char('\n'));
+}
+
 namespace {
 // When tags are read is one choice: as rows are added, or as they are played.
 void mnuTagsShowTags_Click(MainContext& ctx, bool whenAdded) {
@@ -151,6 +161,11 @@ void Tags_install(MainContext& ctx) {
                  [&ctx] { mnuPlaylistRenameAllFilenames_Click(ctx); });
     c.setHandler(QStringLiteral("mnuPlaylistEditAllTags"),
                  [&ctx] { mnuPlaylistEditAllTags_Click(ctx); });
+    c.add(QStringLiteral("mnuSelectedCopyTAG"), QStringLiteral("Copy &TAG"));
+    c.setHandler(QStringLiteral("mnuSelectedCopyTAG"), [&ctx] {
+        const QString text = tags_SelectedTagText(ctx.lstvPlaylist());
+        if (!text.isEmpty()) QGuiApplication::clipboard()->setText(text);
+    });
     c.setHandler(QStringLiteral("mnuPlaylistMoveMusicToFolder"),
                  [&ctx] { mnuPlaylistMoveMusicToFolder_Click(ctx); });
 }

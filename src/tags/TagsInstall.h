@@ -3,6 +3,7 @@
 
 #include <QString>
 
+class ListModel;
 class MainContext;
 
 // Puts the tag readers behind the playlist rows and registers the tag commands.
@@ -17,3 +18,7 @@ QString tags_ReadLyrics(const QString& filename);
 
 // Toggles which tag the rows show and offers to refresh them.
 void mnuTagsUseID3v2Tags_Click(MainContext& ctx);
+
+// "Artist - Title" of each selected row, one a line, in the list's order: what Copy TAG puts
+// on the desktop's clipboard.
+QString tags_SelectedTagText(const ListModel& list);

@@ -90,6 +90,7 @@ void FrmOptions::cmdNext_Click() {
 }
 
 void FrmOptions_install(MainContext& ctx, QWidget* owner) {
+    ctx.commands().addCaption(QStringLiteral("mnuOptionsWindow"), QStringLiteral("&Options..."));
     ctx.commands().setHandler(QStringLiteral("mnuOptionsWindow"), [&ctx, owner] {
         FrmOptions dialog(ctx, owner);
         dialog.exec();

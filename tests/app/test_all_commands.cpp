@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QUrl>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -127,6 +128,25 @@ TEST(AllCommands, EveryEntryOfEveryWindowHasAHandler) {
                              "mnuStoreVolume",    "mnuOpen",          "mnuVolume",
                              "mnuWebsite",        "mnuOptionsWindow"})
         EXPECT_TRUE(e.c().hasHandler(QLatin1String(name))) << name;
+}
+
+// Commands whose entry would show its code name for want of a caption.
+std::string uncaptioned(Commands& c) {
+    QStringList out;
+    for (QAction* a : c.all())
+        if (!a->isSeparator() && (a->text().isEmpty() || a->text() == a->objectName()))
+            out.append(a->objectName());
+    out.sort();
+    return out.join(QLatin1Char(' ')).toStdString();
+}
+
+TEST(AllCommands, EveryEntryShowsWordsNotItsName) {
+    Everything e;
+    ASSERT_TRUE(e.c().run(QStringLiteral("mnuOpenMediaLibrary")));
+    ASSERT_TRUE(e.c().run(QStringLiteral("mnuOpenCDPlayer")));
+    EXPECT_EQ(uncaptioned(e.c()), "");
+    EXPECT_EQ(uncaptioned(FrmMediaLibrary::instance()->library().commands()), "");
+    EXPECT_EQ(uncaptioned(FrmCDPlayer::current()->rules().commands()), "");
 }
 
 TEST(AllCommands, AnEmptyIdlePlayerGreysOnlyWhatTheRulesSay) {

@@ -21,6 +21,26 @@ QString run(const QString& program, const QStringList& args, int timeoutMs = 100
 
 } // namespace
 
+bool waitFor(const std::function<bool()>& done, int timeoutMs) {
+    QDeadlineTimer deadline(timeoutMs);
+    while (!deadline.hasExpired()) {
+        if (done()) return true;
+        QThread::msleep(50);
+    }
+    return done();
+}
+
+QString xdotool(const QStringList& args) {
+    return run(QStringLiteral("xdotool"), args, 15000);
+}
+
+QByteArray row(const QStringList& cells) {
+    QByteArray out;
+    for (const QString& c : cells)
+        out += '"' + c.toUtf8() + "\"\r\n";
+    return out;
+}
+
 // Sends WM_DELETE_WINDOW as a window manager does when the close button is pressed, and waits
 // for the server to take it: a request left behind by a closing connection may be dropped.
 // Returns what was sent, or what went wrong.

@@ -2,6 +2,14 @@
 #include <QProcess>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <functional>
+
+// Polls `done` until it holds or `timeoutMs` runs out; its last answer.
+bool waitFor(const std::function<bool()>& done, int timeoutMs = 20000);
+// Runs xdotool with `args`; what it printed, trimmed.
+QString xdotool(const QStringList& args);
+// One playlist row as a .spp file holds it: each cell quoted on a line of its own.
+QByteArray row(const QStringList& cells);
 
 // Sends WM_DELETE_WINDOW to `window` as a window manager's close button does; what was sent, or
 // what went wrong.

@@ -18,16 +18,6 @@ QString run(const QString& program, const QStringList& args, int timeoutMs = 100
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
-bool waitFor(const std::function<bool()>& done, int timeoutMs = 15000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        if (done()) return true;
-        QThread::msleep(50);
-    }
-    return done();
-}
-
 QString playerctl(const QStringList& args) {
     return run(QStringLiteral("playerctl"), QStringList{QStringLiteral("-p"), "veldor"} + args);
 }

@@ -9,15 +9,6 @@
 
 namespace {
 
-bool waitFor(const std::function<bool()>& done, int timeoutMs = 15000) {
-    QDeadlineTimer deadline(timeoutMs);
-    while (!done()) {
-        if (deadline.hasExpired()) return false;
-        QThread::msleep(50);
-    }
-    return true;
-}
-
 // On a terminal without any display the information switches still answer.
 TEST(EngineStart, HelpAndVersionNeedNoDisplay) {
     for (const char* option : {"--version", "--help"}) {

@@ -6,13 +6,6 @@
 
 namespace {
 
-QString xdotool(const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
-    p.waitForFinished(15000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
-}
-
 void keys(const QString& window, const QString& sequence) {
     xdotool({QStringLiteral("windowfocus"), QStringLiteral("--sync"), window});
     for (const QString& key : sequence.split(' ', Qt::SkipEmptyParts)) {

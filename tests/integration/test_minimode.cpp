@@ -51,16 +51,6 @@ QString run(const QString& program, const QStringList& args) {
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 
-bool waitFor(const std::function<bool()>& ok, int timeoutMs = 15000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        if (ok()) return true;
-        QThread::msleep(100);
-    }
-    return ok();
-}
-
 // The program's widgets as the desktop's accessibility bus shows them: how a screen reader, and
 // this test, find a button on the screen.
 class Accessibility {

@@ -19,30 +19,6 @@
 // The playlist tool windows of the real program, driven by their keys as a user would.
 namespace {
 
-QByteArray row(const QStringList& cells) {
-    QByteArray out;
-    for (const QString& v : cells)
-        out += '"' + v.toUtf8() + "\"\r\n";
-    return out;
-}
-
-QString xdotool(const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
-    p.waitForFinished(15000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
-}
-
-bool waitFor(const std::function<bool()>& done, int timeoutMs = 20000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        if (done()) return true;
-        QThread::msleep(100);
-    }
-    return done();
-}
-
 constexpr qint64 kBytesPerSecond = 44100 * 4;
 
 // The engine's pcm output as a pipe read at the pace of a sound card: the file output alone

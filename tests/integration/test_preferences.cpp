@@ -9,13 +9,6 @@
 
 namespace {
 
-QString xdotool(const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
-    p.waitForFinished(15000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
-}
-
 template <typename Check> bool within(int ms, Check check) {
     QElapsedTimer clock;
     clock.start();

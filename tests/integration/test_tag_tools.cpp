@@ -27,20 +27,6 @@ QByteArray id3v1(const QByteArray& artist, const QByteArray& title) {
            QByteArray(30, ' ') + char(17);
 }
 
-QByteArray row(const QStringList& cells) {
-    QByteArray out;
-    for (const QString& c : cells)
-        out += '"' + c.toUtf8() + "\"\r\n";
-    return out;
-}
-
-QString xdotool(const QStringList& args) {
-    QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
-    p.waitForFinished(10000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
-}
-
 // The window of `pid` titled `title`, focused; its id or empty.
 QString focusWindow(qint64 pid, const QString& title) {
     for (int i = 0; i < 100; ++i) {
@@ -64,16 +50,6 @@ void keys(const QString&, const QStringList& list) {
         xdotool({QStringLiteral("key"), k});
         QThread::msleep(80);
     }
-}
-
-bool waitFor(const std::function<bool()>& done, int ms = 20000) {
-    QElapsedTimer t;
-    t.start();
-    while (t.elapsed() < ms) {
-        if (done()) return true;
-        QThread::msleep(100);
-    }
-    return done();
 }
 
 class TagTools : public ::testing::Test {

@@ -4,6 +4,9 @@
 #include "tags/TagsInstall.h"
 #include "tags/clsID3v2.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+
 using namespace TagBytes;
 using namespace PlaylistColumn;
 
@@ -58,6 +61,12 @@ TEST_F(TagRows, RowsShowTheChosenTagAndTheLength) {
               QStringLiteral("1"));
     // An empty title in the tag shows as "[None]"; the year may stay empty but here is set.
     EXPECT_EQ(row(0), (QStringList{"Two", "[None]", "2004", "00:10"}));
+
+    // Copy TAG puts what the selected rows show on the clipboard, in the list's order.
+    list().setSelected(1, true);
+    list().setSelected(0, true);
+    ctx.commands().run(QStringLiteral("mnuSelectedCopyTAG"));
+    EXPECT_EQ(QGuiApplication::clipboard()->text(), "Two - [None]\n[None] - [None]");
 }
 
 TEST_F(TagRows, TheLongerTagWinsFieldByFieldAndATieGoesToVersionOne) {

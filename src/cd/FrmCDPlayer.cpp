@@ -14,6 +14,7 @@
 #include "ui/ListView.h"
 
 #include <QCloseEvent>
+#include <QFontMetrics>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -216,7 +217,14 @@ void FrmCDPlayer::restoreLook() {
     // A first opening gets a player's size rather than the whole screen.
     if (settings_Read(QStringLiteral("Position_CDPlayer"), QStringLiteral("Window_Width"))
             .isEmpty()) {
-        resize(modWindows::twipsToPixels(7200, this), modWindows::twipsToPixels(5400, this));
+        // Wide enough that the status bar's longest texts show whole, track number included.
+        const QFontMetrics metrics(statusBar()->font());
+        int needed = 0;
+        for (const char* text : {"Status:  Playing... Audio Track 00", "Tracks:  00",
+                                 "Length:  None", "Remaining:  00:00"})
+            needed += metrics.horizontalAdvance(QLatin1String(text)) + 16;
+        resize(qMax(modWindows::twipsToPixels(7200, this), needed),
+               modWindows::twipsToPixels(5400, this));
         recenter();
     } else {
         modWindows::window_RestorePosition(this, QStringLiteral("CDPlayer"), 0);

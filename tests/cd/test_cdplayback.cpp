@@ -15,6 +15,7 @@
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QLabel>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTimer>
@@ -276,6 +277,28 @@ TEST_F(CdPlaybackTest, DiscAndPlaylistNeverSoundTogetherAndTheWindowGoesAtExit) 
         EXPECT_FALSE(
             settings_Read(QStringLiteral("ColumnHeaders_CDPlayer"), QStringLiteral("Number"))
                 .isEmpty());
+    }
+    qunsetenv("VELDOR_CD_DEVICE");
+}
+
+TEST_F(CdPlaybackTest, WithoutADiscTheStatusShowsWholeAtTheFirstSize) {
+    qputenv("VELDOR_AO", "null");
+    qputenv("VELDOR_CD_DEVICE", home.file("none.cue").toUtf8());
+    {
+        MainContext ctx;
+        CDPlayer_install(ctx);
+        ASSERT_TRUE(ctx.commands().run(QStringLiteral("mnuOpenCDPlayer")));
+        FrmCDPlayer* window = FrmCDPlayer::current();
+        ASSERT_NE(window, nullptr);
+        window->rules().tmrWindowUpdate_Timer();
+        QTest::qWait(50);
+        // The longest texts a first opening shows: the track number must not be cut off.
+        const auto* status = window->findChild<QLabel*>(QStringLiteral("sbStatusBar.Panel1"));
+        ASSERT_NE(status, nullptr);
+        EXPECT_EQ(status->text(), "Status:  Playing... Audio Track 0");
+        EXPECT_EQ(window->rules().panelText(CdPlayer::TracksPanel), "Tracks:  None");
+        EXPECT_GE(status->width(), status->sizeHint().width());
+        ctx.call(ctx.window_CloseAll);
     }
     qunsetenv("VELDOR_CD_DEVICE");
 }

@@ -62,8 +62,7 @@ QMenu* buildSendToMenu(FrmMain& window, QWidget* parent) {
         QObject::connect(a, &QAction::triggered, &window, [&ctx, i] { mnuItem_Click(ctx, i); });
     }
     playlists->addSeparator();
-    playlists->addAction(
-        ctx.commands().add(QStringLiteral("mnuUpdate"), QStringLiteral("&Update")));
+    playlists->addAction(ctx.commands().action(QStringLiteral("mnuUpdate")));
     PlaylistMenus_addSendTo(ctx, menu);
     return menu;
 }
@@ -74,12 +73,12 @@ void popupRightMenu(FrmMain& window, const QPoint& at) {
     if (ctx.lstvPlaylist().count() > 0) {
         QMenu menu(&window);
         menu.setObjectName(QStringLiteral("mnuRightMenu"));
-        QAction* play = c.add(QStringLiteral("mnuPlay2"), QStringLiteral("&Play"));
+        QAction* play = c.action(QStringLiteral("mnuPlay2"));
         play->setEnabled(c.isEnabled(QStringLiteral("mnuPlay")));
         menu.addAction(play);
         menu.setDefaultAction(play);
         menu.addAction(c.action(QStringLiteral("mnuPlayNext")));
-        menu.addAction(c.add(QStringLiteral("mnuRefresh"), QStringLiteral("&Refresh Tags")));
+        menu.addAction(c.action(QStringLiteral("mnuRefresh")));
         QMenu* find = menu.addMenu(QStringLiteral("&Find"));
         find->setObjectName(QStringLiteral("mnuFind"));
         for (const char* name : {"mnuMoreOnThisArtist", "mnuMoreOnThisYear"})

@@ -106,7 +106,9 @@ void mnuTagsUseID3v2Tags_Click(MainContext& ctx) {
 QString tags_SelectedTagText(const ListModel& list) {
     QStringList lines;
     for (int i = 0; i < list.count(); ++i)
-        if (list.isSelected(i)) lines << list.text(i, 1) + QStringLiteral(" - ") + list.text(i, 2);
+        if (list.isSelected(i))
+            lines << list.text(i, PlaylistColumn::Artist) + QStringLiteral(" - ") +
+                         list.text(i, PlaylistColumn::Title);
     return lines.join(QLatin1Char('\n'));
 }
 

@@ -5,6 +5,7 @@
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLocalSocket>
 #include <QStandardPaths>
 #include <QThread>
@@ -28,6 +29,18 @@ bool waitFor(const std::function<bool()>& done, int timeoutMs) {
         QThread::msleep(50);
     }
     return done();
+}
+
+qint64 settledSize(const QString& path, qint64 bytes, int quietMs, int timeoutMs) {
+    const auto size = [&] { return QFileInfo(path).size(); };
+    waitFor([&] { return size() >= bytes; }, timeoutMs);
+    QDeadlineTimer deadline(timeoutMs);
+    qint64 last = -1;
+    while (size() != last && !deadline.hasExpired()) {
+        last = size();
+        QThread::msleep(quietMs);
+    }
+    return size();
 }
 
 QString xdotool(const QStringList& args) {

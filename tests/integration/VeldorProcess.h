@@ -6,6 +6,9 @@
 
 // Polls `done` until it holds or `timeoutMs` runs out; its last answer.
 bool waitFor(const std::function<bool()>& done, int timeoutMs = 20000);
+// Waits until the file at `path` holds at least `bytes` and then stays the same for `quietMs`;
+// its final size. Each wait gives up after `timeoutMs`, so an output that never settles ends it.
+qint64 settledSize(const QString& path, qint64 bytes, int quietMs = 600, int timeoutMs = 20000);
 // Runs xdotool with `args`; what it printed, trimmed.
 QString xdotool(const QStringList& args);
 // One playlist row as a .spp file holds it: each cell quoted on a line of its own.

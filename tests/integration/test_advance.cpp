@@ -10,24 +10,6 @@ namespace {
 
 constexpr qint64 kBytesPerSecond = 44100 * 4;
 
-qint64 sizeOf(const QString& path) {
-    return QFileInfo(path).size();
-}
-
-// Waits until `path` has grown past `bytes` and then stays the same for a while.
-qint64 waitForQuiet(const QString& path, qint64 bytes) {
-    QElapsedTimer clock;
-    clock.start();
-    while (sizeOf(path) < bytes && clock.elapsed() < 20000)
-        QThread::msleep(50);
-    qint64 last = -1;
-    while (sizeOf(path) != last && clock.elapsed() < 20000) {
-        last = sizeOf(path);
-        QThread::msleep(800);
-    }
-    return sizeOf(path);
-}
-
 // Two songs on the command line: the first plays, its end starts the second, and at the end of
 // the list the default playlist mode stops.
 TEST(Advance, SongsOnTheCommandLinePlayInTurnAndStopAtTheEnd) {
@@ -43,7 +25,7 @@ TEST(Advance, SongsOnTheCommandLinePlayInTurnAndStopAtTheEnd) {
     ASSERT_TRUE(MediaFiles::makeWav(loud, 0.7, 440, 0.8));
     v.start({quiet, loud});
     ASSERT_NE(v.waitForWindow(), 0u);
-    const qint64 size = waitForQuiet(pcm, kBytesPerSecond);
+    const qint64 size = settledSize(pcm, kBytesPerSecond, 800);
     EXPECT_NEAR(double(size), 1.2 * kBytesPerSecond, 0.1 * kBytesPerSecond);
     const QByteArray raw = VeldorProcess::read(pcm);
     const qint64 split = qint64(0.5 * kBytesPerSecond) & ~qint64(3);

@@ -209,21 +209,6 @@ double rms(const QByteArray& raw, qsizetype from, qsizetype to) {
     return n ? std::sqrt(sum / double(n)) : 0.0;
 }
 
-qint64 sizeOf(const QString& path) {
-    return QFileInfo(path).size();
-}
-
-// Waits until the output holds `bytes` and then stops growing; its size.
-qint64 settledOutput(const QString& path, qint64 bytes) {
-    waitFor([&] { return sizeOf(path) >= bytes; }, 20000);
-    qint64 last = -1;
-    for (int i = 0; i < 40 && sizeOf(path) != last; ++i) {
-        last = sizeOf(path);
-        QThread::msleep(400);
-    }
-    return sizeOf(path);
-}
-
 QImage screenshot(const QString& path) {
     MediaFiles::run(QStringLiteral("import"),
                     {QStringLiteral("-window"), QStringLiteral("root"), path});
@@ -270,7 +255,7 @@ TEST_F(MiniModeRun, PlaysFromItsOwnButtonsAndKeepsColourAndPlace) {
 
     // Play from the window's own button: the song goes to the output at the volume it has.
     clickAt(play.center());
-    const qint64 first = settledOutput(pcm(), kBytesPerSecond * 19 / 10);
+    const qint64 first = settledSize(pcm(), kBytesPerSecond * 19 / 10, 400);
     ASSERT_GE(first, kBytesPerSecond * 19 / 10) << "Play in Mini-Mode played nothing";
     const QByteArray loud = VeldorProcess::read(pcm());
     const double loudRms = rms(loud, kBytesPerSecond / 4, first - kBytesPerSecond / 4);
@@ -290,7 +275,7 @@ TEST_F(MiniModeRun, PlaysFromItsOwnButtonsAndKeepsColourAndPlace) {
 
     // Play again: the same song, quieter.
     clickAt(play.center());
-    const qint64 second = settledOutput(pcm(), first + kBytesPerSecond * 19 / 10);
+    const qint64 second = settledSize(pcm(), first + kBytesPerSecond * 19 / 10, 400);
     ASSERT_GE(second, first + kBytesPerSecond * 19 / 10) << "the second Play played nothing";
     const QByteArray all = VeldorProcess::read(pcm());
     const double quietRms = rms(all, first + kBytesPerSecond / 4, second - kBytesPerSecond / 4);

@@ -14,34 +14,6 @@ namespace {
 
 constexpr qint64 kBytesPerSecond = 44100 * 4;
 
-qint64 sizeOf(const QString& path) {
-    return QFileInfo(path).size();
-}
-
-// Waits until `path` holds at least `bytes` and then stops growing; its final size.
-qint64 waitForOutput(const QString& path, qint64 bytes, int timeoutMs = 20000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (sizeOf(path) < bytes && clock.elapsed() < timeoutMs)
-        QThread::msleep(50);
-    qint64 last = -1;
-    while (sizeOf(path) != last && clock.elapsed() < timeoutMs) {
-        last = sizeOf(path);
-        QThread::msleep(600);
-    }
-    return sizeOf(path);
-}
-
-bool waitForText(const QString& path, const QByteArray& text, int timeoutMs = 15000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        if (VeldorProcess::read(path).contains(text)) return true;
-        QThread::msleep(100);
-    }
-    return false;
-}
-
 // A program playing into a raw pcm file.
 class Playback : public ::testing::Test {
 protected:
@@ -61,11 +33,11 @@ TEST_F(Playback, AFileFromTheCommandLinePlaysOnceToThePcmOutput) {
     ASSERT_TRUE(MediaFiles::makeMp3(media(QStringLiteral("a.mp3")), 1.0));
     v.start({media(QStringLiteral("a.mp3"))});
     ASSERT_NE(v.waitForWindow(), 0u);
-    const qint64 size = waitForOutput(pcm(), kBytesPerSecond * 9 / 10);
+    const qint64 size = settledSize(pcm(), kBytesPerSecond * 9 / 10);
     // One second of the song (the decoder adds its padding), and nothing after it.
     EXPECT_NEAR(double(size), double(kBytesPerSecond), 0.1 * kBytesPerSecond);
     QThread::msleep(800);
-    EXPECT_EQ(sizeOf(pcm()), size);
+    EXPECT_EQ(QFileInfo(pcm()).size(), size);
     EXPECT_TRUE(v.running());
     v.exitThroughMenu();
     EXPECT_TRUE(v.waitForExit());
@@ -84,7 +56,12 @@ TEST_F(Playback, BadFilesGiveTheErrorMessageAndTheProgramStaysUsable) {
         one.setEnv(QStringLiteral("VELDOR_AO"), QStringLiteral("null"));
         one.start({media(QString::fromLatin1(name))});
         ASSERT_NE(one.waitForWindow(), 0u) << name;
-        EXPECT_TRUE(waitForText(one.dialogLog(), "Error Playing Media File")) << name;
+        EXPECT_TRUE(waitFor(
+            [&] {
+                return VeldorProcess::read(one.dialogLog()).contains("Error Playing Media File");
+            },
+            15000))
+            << name;
         EXPECT_TRUE(one.running()) << name;
         one.exitThroughMenu();
         EXPECT_TRUE(one.waitForExit()) << name;
@@ -92,7 +69,7 @@ TEST_F(Playback, BadFilesGiveTheErrorMessageAndTheProgramStaysUsable) {
     // A truncated MP3 plays what it holds.
     v.start({media(QStringLiteral("cut.mp3"))});
     ASSERT_NE(v.waitForWindow(), 0u);
-    const qint64 size = waitForOutput(pcm(), kBytesPerSecond / 2);
+    const qint64 size = settledSize(pcm(), kBytesPerSecond / 2);
     EXPECT_NEAR(double(size), 2.0 / 3 * kBytesPerSecond, 0.15 * kBytesPerSecond);
     EXPECT_FALSE(VeldorProcess::read(v.dialogLog()).contains("Error"));
     v.exitThroughMenu();

@@ -15,31 +15,6 @@ namespace {
 
 constexpr qint64 kBytesPerSecond = 44100 * 4;
 
-qint64 sizeOf(const QString& path) {
-    return QFileInfo(path).size();
-}
-
-bool waitUntil(const std::function<bool()>& done, int timeoutMs = 15000) {
-    QElapsedTimer clock;
-    clock.start();
-    while (clock.elapsed() < timeoutMs) {
-        if (done()) return true;
-        QThread::msleep(100);
-    }
-    return done();
-}
-
-// Waits until `path` holds at least `bytes` and then stops growing; its final size.
-qint64 waitForQuiet(const QString& path, qint64 bytes) {
-    waitUntil([&] { return sizeOf(path) >= bytes; }, 20000);
-    qint64 last = -1;
-    for (int i = 0; i < 30 && sizeOf(path) != last; ++i) {
-        last = sizeOf(path);
-        QThread::msleep(600);
-    }
-    return sizeOf(path);
-}
-
 // The play count tracking.ssb holds for `file` ("01", "02", ...), or "" when it has none.
 QString playCount(const QString& trackingFile, const QString& file) {
     const QList<QByteArray> lines = VeldorProcess::read(trackingFile).split('\n');
@@ -104,7 +79,7 @@ TEST_F(Edges, AVanishedFileGivesWayToTheNextAndNoneLeftIsReported) {
     QFile::remove(gone);
     v.start({QStringLiteral("/play")});
     ASSERT_NE(v.waitForWindow(), 0u);
-    const qint64 size = waitForQuiet(v.file(QStringLiteral("out.raw")), kBytesPerSecond * 4 / 10);
+    const qint64 size = settledSize(v.file(QStringLiteral("out.raw")), kBytesPerSecond * 4 / 10);
     EXPECT_NEAR(double(size), 0.5 * kBytesPerSecond, 0.1 * kBytesPerSecond);
     EXPECT_EQ(plays(v, media(QStringLiteral("here.wav"))), QStringLiteral("01"));
     EXPECT_EQ(plays(v, gone), QString());
@@ -117,7 +92,7 @@ TEST_F(Edges, AVanishedFileGivesWayToTheNextAndNoneLeftIsReported) {
     savedPlaylist(none, {gone});
     none.start({QStringLiteral("/play")});
     ASSERT_NE(none.waitForWindow(), 0u);
-    EXPECT_TRUE(waitUntil([&] {
+    EXPECT_TRUE(waitFor([&] {
         return VeldorProcess::read(none.dialogLog()).contains("Files In Playlist Do Not Exist");
     }));
     EXPECT_FALSE(QFileInfo::exists(none.file(QStringLiteral("tracking.ssb"))) &&
@@ -150,7 +125,7 @@ TEST_F(Edges, ATenHourFilePlaysPausesStopsAndPlaysAgain) {
     }
     v.start({long_});
     ASSERT_NE(v.waitForWindow(), 0u);
-    ASSERT_TRUE(waitUntil([&] { return plays(v, long_) == QLatin1String("01"); }));
+    ASSERT_TRUE(waitFor([&] { return plays(v, long_) == QLatin1String("01"); }));
     // Pause, then Play resumes: the same start, not counted again.
     const auto menu = [&](const char* keys) {
         v.runMenu(QStringLiteral("p"), QString::fromLatin1(keys));
@@ -164,7 +139,7 @@ TEST_F(Edges, ATenHourFilePlaysPausesStopsAndPlaysAgain) {
     menu("a");
     menu("s");
     menu("p");
-    EXPECT_TRUE(waitUntil([&] { return plays(v, long_) == QLatin1String("02"); }, 8000));
+    EXPECT_TRUE(waitFor([&] { return plays(v, long_) == QLatin1String("02"); }, 8000));
     EXPECT_TRUE(VeldorProcess::read(v.dialogLog()).isEmpty());
     QElapsedTimer clock;
     clock.start();
@@ -189,7 +164,7 @@ TEST_F(Edges, PlayCountsSurviveARestart) {
     const QString tracking = v.file(QStringLiteral("tracking.ssb"));
     v.start({song});
     ASSERT_NE(v.waitForWindow(), 0u);
-    waitForQuiet(v.file(QStringLiteral("out.raw")), kBytesPerSecond / 4);
+    settledSize(v.file(QStringLiteral("out.raw")), kBytesPerSecond / 4);
     v.exitThroughMenu();
     ASSERT_TRUE(v.waitForExit());
     EXPECT_EQ(playCount(tracking, song), QStringLiteral("01"));
@@ -198,7 +173,7 @@ TEST_F(Edges, PlayCountsSurviveARestart) {
     QFile::remove(v.file(QStringLiteral("out.raw")));
     v.start({QStringLiteral("/play")});
     ASSERT_NE(v.waitForWindow(), 0u);
-    waitForQuiet(v.file(QStringLiteral("out.raw")), kBytesPerSecond / 4);
+    settledSize(v.file(QStringLiteral("out.raw")), kBytesPerSecond / 4);
     EXPECT_EQ(playCount(tracking, song), QStringLiteral("02"));
     v.exitThroughMenu();
     EXPECT_TRUE(v.waitForExit());
